@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: Apache-2.0
+// The choice of the variant slot, made once when the library is loaded.
+#ifndef VEK_CORE_DISPATCH_H
+#define VEK_CORE_DISPATCH_H
+
+#include <stdint.h>
+
+#include "core/cpu.h"
+
+// The slot in force. The forwarding entries read it; it is 0, the generic slot, until the library has been loaded, so
+// that calls from other load-time code work too.
+extern "C" __attribute__((visibility("hidden"))) int32_t vek_variant_index;
+
+namespace vek {
+
+// True if the slot in force may use every feature of the mask. For code that has a faster path on some of its slot's
+// processors only.
+bool featuresEnabled(uint64_t mask);
+
+// Chooses the slot by the features of the processor. The result only tells the vendor, which has no influence:
+// vekStsNoErr or vekStsNonOrvelCpu.
+VekStatus initialiseDispatch(const CpuidSource& cpu);
+
+// Puts a slot in force that this processor can run, with the features that it would have there. For tests, which link
+// the objects; the shared library does not export it.
+void setSlotForTest(int slot);
+
+}  // namespace vek
+
+#endif
