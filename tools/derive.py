@@ -1,0 +1,239 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: Apache-2.0
+"""Derives everything repetitive from the prototypes of the public header.
+
+A function exists because a chapter of include/vek declares it with VEK_API. Functions named veks... are dispatched:
+each has an implementation per slot in namespace vek::<slot>, a table of seven of them, an exported entry that jumps
+through the table, and an index-offset twin. Functions named vek... are exported as they are.
+
+  derive.py idx-header  --out idx.h        declarations of the twins
+  derive.py idx-source  --out idx.cpp      their definitions
+  derive.py entries     --out entries.S    the forwarding entries
+  derive.py tables      --out tables.cpp --objects @list   dispatch tables, from what the objects define
+  derive.py exports     --out exports.map  linker version script
+  derive.py names       --out names.txt    the dispatched names, one a line
+  derive.py functions   --out functions.inc   VEK_FUNCTION(name) rows with argument kinds, for the tests
+"""
+import argparse
+import pathlib
+import re
+import subprocess
+import sys
+
+SLOTS = ["mx", "m7", "u8", "n8", "y8", "e9", "l9"]
+# Where a slot has no object code of its own it is served by the nearest one below that its processors are sure to
+# support. The fifth slot skips the fourth: MOVBE is promised to n8 and not to y8.
+FALLBACK = {"m7": "mx", "u8": "m7", "n8": "u8", "y8": "u8", "e9": "y8", "l9": "e9"}
+
+# Which pointers are arrays is said by their names.
+ARRAY = re.compile(r"^(pSrc\w*|pDst\w*|pTaps|pDlyLine|p\w*Buffer)$")
+SINGLE = {"pDstVal", "pDstLen"}
+OPTIONAL = {"pDlyLine"}
+
+
+class Parameter:
+    def __init__(self, text):
+        m = re.match(r"^(.*?)\s*(\w+)$", text.strip())
+        self.type, self.name = m.group(1).strip(), m.group(2)
+
+    @property
+    def is_array(self):
+        return self.type.endswith("*") and bool(ARRAY.match(self.name)) and self.name not in SINGLE
+
+    @property
+    def is_optional(self):
+        return self.is_array and self.name in OPTIONAL
+
+    @property
+    def index_name(self):
+        stem = self.name[1:]
+        return stem[0].lower() + stem[1:] + ("Index" if stem.endswith("Idx") else "Idx")
+
+
+class Function:
+    def __init__(self, result, name, parameters):
+        self.result, self.name = result, name
+        self.parameters = [Parameter(p) for p in parameters]
+
+    @property
+    def dispatched(self):
+        return self.name.startswith("veks")
+
+    def twin_parameters(self):
+        out = []
+        for p in self.parameters:
+            out.append(f"{p.type} {p.name}")
+            if p.is_array:
+                out.append(f"int {p.index_name}")
+        return ", ".join(out) or "void"
+
+    def twin_arguments(self):
+        def one(p):
+            if p.is_optional:
+                return f"atIfAny({p.name}, {p.index_name})"
+            return f"at({p.name}, {p.index_name})" if p.is_array else p.name
+
+        return ", ".join(one(p) for p in self.parameters)
+
+
+def parse(headers):
+    functions = []
+    for header in headers:
+        text = pathlib.Path(header).read_text()
+        text = re.sub(r"/\*.*?\*/", " ", text, flags=re.S)
+        text = re.sub(r"//[^\n]*", " ", text)
+        text = re.sub(r"^\s*#[^\n]*", " ", text, flags=re.M)
+        for m in re.finditer(r"\bVEK_API\s+([\w\s*]+?)\s*\b(veks?\w+)\s*\(([^)]*)\)\s*;", text):
+            result = re.sub(r"\s+\*", "*", " ".join(m.group(1).split()))
+            raw = [] if m.group(3).strip() in ("", "void") else m.group(3).split(",")
+            parameters = [re.sub(r"\s*\*\s*", "* ", " ".join(p.split())) for p in raw]
+            functions.append(Function(result, m.group(2), parameters))
+    names = [f.name for f in functions]
+    twice = sorted({n for n in names if names.count(n) > 1})
+    if twice:
+        sys.exit("declared twice: " + ", ".join(twice))
+    return functions
+
+
+def implementations(objects):
+    """{name: set of slots} from the symbols that the objects define."""
+    listing = subprocess.run(["nm", "-C", "--defined-only", *objects], check=True, capture_output=True, text=True).stdout
+    found = {}
+    for slot, name in re.findall(r" [TtWw] vek::(\w\w)::(veks\w+)\(", listing):
+        found.setdefault(name, set()).add(slot)
+    return found
+
+
+def serving_slot(slot, compiled):
+    while slot not in compiled:
+        slot = FALLBACK.get(slot)
+        if slot is None:
+            return None
+    return slot
+
+
+HEAD = "// SPDX-License-Identifier: Apache-2.0\n// Derived from the public prototypes by tools/derive.py; edits are lost.\n"
+
+
+def idx_header(functions):
+    lines = [HEAD.rstrip() + """
+//
+// The index-offset twins: every dispatched function again, each array given as a base and a signed element index, for
+// callers that cannot form interior pointers. An index counts elements of its own array (bytes where the array is given
+// by a byte pointer), may be negative, and is added to its base before the function sees it; an absent delay line
+// stays absent whatever its index. Everything else, the returned status included, is that of the function itself.
+#ifndef VEK_IDX_H
+#define VEK_IDX_H
+
+#include "vek/api.h"
+"""]
+    lines += [f'#include "vek/{c}.h"' for c in chapters_with(functions)]
+    lines.append("\n#ifdef __cplusplus\nextern \"C\" {\n#endif\n")
+    for f in functions:
+        lines.append(f"VEK_API {f.result} {f.name}_Idx({f.twin_parameters()});")
+    lines.append("\n#ifdef __cplusplus\n}\n#endif\n\n#endif\n")
+    return "\n".join(lines)
+
+
+CHAPTERS = []
+
+
+def chapters_with(_functions):
+    return CHAPTERS
+
+
+def idx_source(functions):
+    lines = [HEAD + '#include "vek.h"\n#include "idx/at.h"\n\nusing vek::at;\nusing vek::atIfAny;\n\nextern "C" {\n']
+    for f in functions:
+        lines.append(f"{f.result} {f.name}_Idx({f.twin_parameters()}) {{ return {f.name}({f.twin_arguments()}); }}")
+    return "\n".join(lines) + "\n\n}\n"
+
+
+def entries(functions):
+    lines = [HEAD + "// Each entry loads the slot, takes its table and jumps, with the caller's arguments and stack untouched.",
+             "\t.text", "\t.hidden vek_variant_index"]
+    for f in functions:
+        lines.append(f"""
+	.p2align 4
+	.globl {f.name}
+	.type {f.name}, @function
+	.hidden vek_table_{f.name}
+{f.name}:
+	.cfi_startproc
+	movslq vek_variant_index(%rip), %rax
+	leaq vek_table_{f.name}(%rip), %r11
+	jmpq *(%r11,%rax,8)
+	.cfi_endproc
+	.size {f.name}, .-{f.name}""")
+    lines.append('\n\t.section .note.GNU-stack,"",@progbits')
+    return "\n".join(lines) + "\n"
+
+
+def tables(functions, objects):
+    found = implementations(objects)
+    missing = [f.name for f in functions if serving_slot("mx", found.get(f.name, ())) is None]
+    if missing:
+        sys.exit("declared without an implementation in slot mx: " + ", ".join(missing))
+    unknown = sorted(set(found) - {f.name for f in functions})
+    if unknown:
+        sys.exit("implemented but not declared: " + ", ".join(unknown))
+    lines = [HEAD + '#include "vek.h"\n']
+    for slot in SLOTS:
+        lines.append(f"namespace vek::{slot} {{")
+        lines += [f"decltype(::{f.name}) {f.name};" for f in functions if slot in found[f.name]]
+        lines.append("}\n")
+    lines.append('#define VEK_TABLE(NAME) extern "C" __attribute__((visibility("hidden"))) decltype(&::NAME) const '
+                 "vek_table_##NAME[7]\n")
+    for f in functions:
+        cells = ", ".join(f"&vek::{serving_slot(s, found[f.name])}::{f.name}" for s in SLOTS)
+        lines.append(f"VEK_TABLE({f.name});\nVEK_TABLE({f.name}) = {{{cells}}};")
+    return "\n".join(lines) + "\n"
+
+
+def exports(functions):
+    rows = []
+    for f in functions:
+        rows.append(f"    {f.name};")
+        if f.dispatched:
+            rows.append(f"    {f.name}_Idx;")
+    return "{\n  global:\n" + "\n".join(rows) + "\n  local:\n    *;\n};\n"
+
+
+def function_rows(functions):
+    """One row a function for generic tests: VEK_FUNCTION(name, result, "kind name; ...")."""
+    lines = [HEAD]
+    for f in functions:
+        args = "; ".join(f"{'array' if p.is_array else 'plain'} {p.type} {p.name}" for p in f.parameters)
+        lines.append(f'VEK_FUNCTION({f.name}, "{f.result}", "{args}")')
+    return "\n".join(lines) + "\n"
+
+
+def main():
+    ap = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    ap.add_argument("what")
+    ap.add_argument("--headers", nargs="+", required=True)
+    ap.add_argument("--out", required=True)
+    ap.add_argument("--objects", nargs="*", default=[])
+    args = ap.parse_args()
+    CHAPTERS.extend(pathlib.Path(h).stem for h in args.headers)
+    functions = parse(args.headers)
+    dispatched = [f for f in functions if f.dispatched]
+    objects = []
+    for o in args.objects:
+        objects += pathlib.Path(o[1:]).read_text().split() if o.startswith("@") else [o]
+    text = {
+        "idx-header": lambda: idx_header(dispatched),
+        "idx-source": lambda: idx_source(dispatched),
+        "entries": lambda: entries(dispatched),
+        "tables": lambda: tables(dispatched, objects),
+        "exports": lambda: exports(functions),
+        "names": lambda: "".join(f.name + "\n" for f in sorted(dispatched, key=lambda f: f.name)),
+        "functions": lambda: function_rows(dispatched),
+    }[args.what]()
+    out = pathlib.Path(args.out)
+    if not out.exists() or out.read_text() != text:
+        out.write_text(text)
+
+
+if __name__ == "__main__":
+    main()
