@@ -138,8 +138,8 @@ const Processor kProcessors[] = {
      0x80001007, 0, 7, vekCpuSSE2, 1},
     {"coprocessor, bit clear", {kChecked, 4, kExt, {leaf1(0xB11, 0), {0x20000001, 0, {0, 0, 0, ~2u}}}},
      0x80000007, 0, 7, vekCpuSSE2, 1},
-
-         {"coprocessor, next model", {kChecked, 10, kExt, {leaf1(0xB21, kHaswellEcx), leaf7(kHaswellEbx), {0x20000001, 0, {0, 0, 0, 2}}}},
+    {"coprocessor, next model", {kChecked, 10, kExt, {leaf1(0xB21, kHaswellEcx), leaf7(kHaswellEbx),
+      {0x20000001, 0, {0, 0, 0, 2}}}},
      0xFFFF, 6, 0xEFFF, vekCpuAVX, 1},
 };
 // clang-format on
@@ -259,7 +259,7 @@ TEST(MaxCacheSize, Described) {
     EXPECT_EQ(size.status, c.status) << c.regs.eax << ' ' << c.regs.edx;
     EXPECT_EQ(size.bytes, c.bytes) << c.regs.eax << ' ' << c.regs.edx;
   }
-  // All descriptors: the sizes summed up, and in every pair of them the larger one found.
+  // All descriptors: the published table as a sum of codes times sizes, and of every pair the larger one found.
   int64_t sum = 0;
   int known = 0;
   for (uint32_t code = 1; code < 256; ++code) {
@@ -267,13 +267,13 @@ TEST(MaxCacheSize, Described) {
       return vek::maxCacheSize(FakeCpu{kChecked, 2, 0, {{2, 0, {eax, ebx, 0, 0}}}}.source()).bytes;
     };
     const int32_t bytes = sizeOf(1, code);
-    sum += bytes;
+    sum += int64_t{bytes} * code;
     known += bytes != 0;
     for (uint32_t other = 1; other < 256; ++other)
       ASSERT_EQ(sizeOf(1, code | other << 8), std::max(bytes, sizeOf(1, other))) << code << ' ' << other;
   }
   EXPECT_EQ(known, 55);
-  EXPECT_EQ(sum, 193003520);
+  EXPECT_EQ(sum, 29714546688);
 }
 
 TEST(MaxCacheSize, FirstAnswerStays) {
@@ -325,6 +325,7 @@ TEST(CpuFreq, SumsInSinglePrecision) {
                {2400000000, 2399999744, 2400},
                {1000000, 0, 0},
                {3000000, 1000000, 2},
+               {2399999873, 2399999870, 2400},
                {~0ull >> 24, ~0ull >> 24, 1099511}};
   for (const auto& c : cases) {
     const uint64_t start = ~0ull - 1000;  // the counter may wrap
@@ -361,7 +362,7 @@ TEST(CpuInformation, OfThisProcessor) {
   EXPECT_EQ(vekGetCpuFreqMhz(&mhz), vekStsNoErr);
   const std::chrono::duration<double, std::micro> elapsed = std::chrono::steady_clock::now() - wallStart;
   const double measured = static_cast<double>(vekGetCpuClocks() - cycleStart) / elapsed.count();
-  EXPECT_NEAR(mhz, measured, measured * 0.02);
+  EXPECT_NEAR(mhz, measured, measured * 0.05);
 
   Vek64u mask = 0x616F666E69746567;
   Vek32u regs[4] = {4, 0, 1, 0}, expected[4];

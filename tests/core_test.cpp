@@ -186,7 +186,7 @@ class Memory : public testing::Test {
 TEST_F(Memory, BlockIsAlignedWithItsRawAddressBelow) {
   alignas(64) char heap[256];
   vek::allocateRaw = take;
-  for (int offset = 0; offset < 64; offset += 8) {
+  for (int offset = 0; offset < 64; ++offset) {
     next = heap + offset;
     char* block = static_cast<char*>(vek::allocate(100));
     ASSERT_EQ(requested, 172u);
