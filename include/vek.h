@@ -8,7 +8,8 @@
 #include "vek/core.h"
 
 #include "vek/vector.h"      /* copy, set, reorder, logic, shifts */
-#include "vek/arith.h"       /* scaled arithmetic, division, roots, magnitude and phase */
+#include "vek/arith.h"       /* scaled arithmetic, division */
+#include "vek/math.h"        /* roots, magnitude and phase, normalisation */
 #include "vek/convert.h"     /* conversion, thresholds, companding */
 #include "vek/stats.h"       /* sums, means, extremes, norms, dot products */
 #include "vek/sort.h"        /* sorting by value and by index */
