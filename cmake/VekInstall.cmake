@@ -9,5 +9,7 @@ install(EXPORT vekTargets NAMESPACE vek:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cm
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/vekConfigVersion.cmake COMPATIBILITY SameMajorVersion)
 install(FILES cmake/vekConfig.cmake ${PROJECT_BINARY_DIR}/vekConfigVersion.cmake
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/vek)
+# Relocatable: found from where the file lies, wherever the tree is put.
+file(RELATIVE_PATH VEK_PREFIX_FROM_PC /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
 configure_file(cmake/vek.pc.in ${PROJECT_BINARY_DIR}/vek.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/vek.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

@@ -1,16 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
-// What holds for every function alike, driven by the list derived from the prototypes: a null pointer and a length below
-// one are refused with nothing written, and the index-offset twin does what the function does. A new prototype is
+// What holds for every function alike, driven by the list derived from the prototypes: a null pointer and a length
+// below one are refused with nothing written, and the index-offset twin does what the function does. A new prototype is
 // covered without a new line here.
 #include <climits>
+#include <functional>
 #include <map>
 #include <memory>
 #include <set>
 #include <sstream>
-#include <tuple>
-
-#include <functional>
 #include <string>
+#include <tuple>
 
 #include "support/data.h"
 #include "support/slots.h"
@@ -36,10 +35,12 @@ std::vector<Parameter> parse(const std::string& text) {
 // Plain arguments that every function accepts, by the name of the parameter.
 int plainInt(const std::string& name) {
   static const std::map<std::string, int> values = {
-      {"len", 12},      {"srcLen", 12},    {"src1Len", 9}, {"src2Len", 7},  {"dstLen", 8},      {"numIters", 6}, {"tapsLen", 4},
-      {"order", 2},     {"numBq", 1},      {"maskSize", 3}, {"factor", 2},  {"upFactor", 2},    {"downFactor", 3}, {"scaleFactor", 1},
-      {"rndMode", 1},   {"srcBitOffset", 3}, {"dstBitOffset", 5}, {"upPhase", 1}, {"downPhase", 1}, {"levelLT", 1}, {"levelGT", 2},
-      {"val", 3}, {"lowerBound", 1}, {"upperBound", 99}, {"magn", 5}, {"level", 3}, {"value", 4}, {"valueLT", 6}, {"valueGT", 7}};
+      {"len", 12},         {"srcLen", 12},      {"src1Len", 9},    {"src2Len", 7},     {"dstLen", 8},
+      {"numIters", 6},     {"tapsLen", 4},      {"order", 2},      {"numBq", 1},       {"maskSize", 3},
+      {"factor", 2},       {"upFactor", 2},     {"downFactor", 3}, {"scaleFactor", 1}, {"rndMode", 1},
+      {"srcBitOffset", 3}, {"dstBitOffset", 5}, {"upPhase", 1},    {"downPhase", 1},   {"levelLT", 1},
+      {"levelGT", 2},      {"val", 3},          {"lowerBound", 1}, {"upperBound", 99}, {"magn", 5},
+      {"level", 3},        {"value", 4},        {"valueLT", 6},    {"valueGT", 7}};
   const auto it = values.find(name);
   return it == values.end() ? 0 : it->second;
 }
@@ -128,7 +129,8 @@ struct Row {
 };
 
 template <class... A, size_t... I>
-auto makeArguments(Arena& arena, const std::vector<Parameter>& ps, int null, int bad, int value, std::index_sequence<I...>) {
+auto makeArguments(Arena& arena, const std::vector<Parameter>& ps, int null, int bad, int value,
+                   std::index_sequence<I...>) {
   std::tuple<A...> args{argument<A>(arena, I, ps[I])...};
   const auto adjust = [&](auto& a, int i) {
     using T = std::remove_reference_t<decltype(a)>;
@@ -266,7 +268,8 @@ TEST(EveryFunction, RefusesLengthsBelowOne) {
           Arena arena(r.parameters.size()), before(r.parameters.size());
           for (size_t k = 0; k < r.parameters.size(); ++k)
             if (r.parameters[k].type.back() == '*' && !r.parameters[k].array) before.blank(k), arena.blank(k);
-          EXPECT_EQ(r.call(arena, -1, int(i), value), vekStsSizeErr) << r.name << " " << r.parameters[i].name << "=" << value;
+          EXPECT_EQ(r.call(arena, -1, int(i), value), vekStsSizeErr)
+              << r.name << " " << r.parameters[i].name << "=" << value;
           EXPECT_TRUE(arena.sameAs(before, {})) << r.name << " wrote although refused";
           ++refused;
         }
@@ -285,7 +288,7 @@ TEST(EveryFunction, HasATwinThatDoesTheSame) {
       EXPECT_EQ(direct, twin) << r.name;
       EXPECT_GE(direct, 0) << r.name << " refused arguments that are meant to be good";
       EXPECT_TRUE(a.sameAs(b, holdingAddresses(r))) << r.name;
-      //RELEASE
+      // RELEASE
     }
   });
 }

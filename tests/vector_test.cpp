@@ -74,10 +74,10 @@ void checkCopyAndMove(const char* type, VekStatus (*copy)(const T*, T*, int), Ve
 
 // mixedVector knows real types only; complex data needs no special values to be copied.
 namespace vektest {
-#define VEK_COMPLEX_MIX(T)                      \
-  template <>                                   \
-  std::vector<T> mixedVector<T>(size_t n) {     \
-    return randomVector<T>(n);                  \
+#define VEK_COMPLEX_MIX(T)                  \
+  template <>                               \
+  std::vector<T> mixedVector<T>(size_t n) { \
+    return randomVector<T>(n);              \
   }
 VEK_COMPLEX_MIX(Vek16sc)
 VEK_COMPLEX_MIX(Vek32sc)
@@ -96,15 +96,17 @@ namespace {
 
 TEST(Vector, CopyAndMove) {
 #define VEK_CASE(T) checkCopyAndMove<Vek##T>(#T, veksCopy_##T, veksMove_##T);
-  VEK_CASE(8u) VEK_CASE(16s) VEK_CASE(32s) VEK_CASE(32f) VEK_CASE(64s) VEK_CASE(64f)
-  VEK_CASE(16sc) VEK_CASE(32sc) VEK_CASE(32fc) VEK_CASE(64sc) VEK_CASE(64fc)
+  VEK_CASE(8u)
+  VEK_CASE(16s) VEK_CASE(32s) VEK_CASE(32f) VEK_CASE(64s) VEK_CASE(64f) VEK_CASE(16sc) VEK_CASE(32sc) VEK_CASE(32fc)
+      VEK_CASE(64sc) VEK_CASE(64fc)
 #undef VEK_CASE
 }
 
 TEST(Vector, CopyBits) {
   const auto bit = [](const std::vector<Vek8u>& x, int64_t i) { return x[size_t(i >> 3)] >> (7 - (i & 7)) & 1; };
   inEverySlot([&](int) {
-    for (int len : {1, 2, 5, 7, 8, 9, 15, 16, 17, 31, 63, 64, 65, 200, 256, 257, 263, 264, 300, 511, 512, 520, 1000, 4099})
+    for (int len :
+         {1, 2, 5, 7, 8, 9, 15, 16, 17, 31, 63, 64, 65, 200, 256, 257, 263, 264, 300, 511, 512, 520, 1000, 4099})
       for (int from = 0; from < 8; ++from)
         for (int to = 0; to < 8; ++to) {
           const std::vector<Vek8u> x = randomVector<Vek8u>(size_t(from + len + 7) / 8);
@@ -161,9 +163,11 @@ TEST(Vector, SetAndZero) {
 
 TEST(Vector, Flip) {
 #define VEK_CASE(T) check<Vek##T, Vek##T>({"Flip_" #T, veksFlip_##T, reversed<Vek##T>, veksFlip_##T##_I});
-  VEK_CASE(8u) VEK_CASE(16u) VEK_CASE(32f) VEK_CASE(32fc)
+  VEK_CASE(8u)
+  VEK_CASE(16u) VEK_CASE(32f) VEK_CASE(32fc)
 #undef VEK_CASE
-  std::vector<Vek32f> x = {1, 2, 3, 4, 5};
+      std::vector<Vek32f>
+          x = {1, 2, 3, 4, 5};
   EXPECT_EQ(veksFlip_32f(x.data(), x.data(), 5), vekStsNoErr);
   EXPECT_TRUE(sameVectors(x, {5, 4, 3, 2, 1}));
 }
@@ -215,9 +219,12 @@ TEST(Vector, ComplexParts) {
       return y;
     };
   };
-  check<float, C>({"RealToCplx", [](const float* s, C* d, int n) { return veksRealToCplx_32f(s, s, d, n); }, joined(true, true)});
-  check<float, C>({"RealToCplx re", [](const float* s, C* d, int n) { return veksRealToCplx_32f(s, nullptr, d, n); }, joined(true, false)});
-  check<float, C>({"RealToCplx im", [](const float* s, C* d, int n) { return veksRealToCplx_32f(nullptr, s, d, n); }, joined(false, true)});
+  check<float, C>(
+      {"RealToCplx", [](const float* s, C* d, int n) { return veksRealToCplx_32f(s, s, d, n); }, joined(true, true)});
+  check<float, C>({"RealToCplx re", [](const float* s, C* d, int n) { return veksRealToCplx_32f(s, nullptr, d, n); },
+                   joined(true, false)});
+  check<float, C>({"RealToCplx im", [](const float* s, C* d, int n) { return veksRealToCplx_32f(nullptr, s, d, n); },
+                   joined(false, true)});
   C one;
   float x = 0;
   EXPECT_EQ(veksRealToCplx_32f(nullptr, nullptr, &one, 0), vekStsSizeErr);
@@ -231,10 +238,12 @@ TEST(Vector, Conjugate) {
     return x;
   };
   check<Vek32fc, Vek32fc>({"Conj", veksConj_32fc, conj, veksConj_32fc_I});
-  check<Vek32fc, Vek32fc>({"ConjFlip", veksConjFlip_32fc, [&](const std::vector<Vek32fc>& x) { return reversed(conj(x)); }});
+  check<Vek32fc, Vek32fc>(
+      {"ConjFlip", veksConjFlip_32fc, [&](const std::vector<Vek32fc>& x) { return reversed(conj(x)); }});
 }
 
-// ---- logic ------------------------------------------------------------------------------------------------------------
+// ---- logic
+// ------------------------------------------------------------------------------------------------------------
 
 template <class T>
 void checkLogic(const std::string& name, std::function<T(T, T)> op, VekStatus (*both)(const T*, const T*, T*, int),
@@ -259,7 +268,8 @@ void checkLogic(const std::string& name, std::function<T(T, T)> op, VekStatus (*
 }
 
 template <class T>
-void checkShift(const std::string& name, bool left, VekStatus (*call)(const T*, int, T*, int), VekStatus (*inPlace)(int, T*, int)) {
+void checkShift(const std::string& name, bool left, VekStatus (*call)(const T*, int, T*, int),
+                VekStatus (*inPlace)(int, T*, int)) {
   const int width = int(8 * sizeof(T));
   for (int val = 0; val <= width + 3; ++val) {
     check<T, T>({name, [&](const T* s, T* d, int n) { return call(s, val, d, n); },
@@ -274,15 +284,15 @@ void checkShift(const std::string& name, bool left, VekStatus (*call)(const T*, 
 }
 
 TEST(Logic, Bitwise) {
-#define VEK_CASE(T)                                                                                                       \
-  checkLogic<Vek##T>("And", std::bit_and<Vek##T>(), veksAnd_##T, veksAnd_##T##_I, veksAndC_##T, veksAndC_##T##_I);          \
-  checkLogic<Vek##T>("Or", std::bit_or<Vek##T>(), veksOr_##T, veksOr_##T##_I, veksOrC_##T, veksOrC_##T##_I);                \
-  checkLogic<Vek##T>("Xor", std::bit_xor<Vek##T>(), veksXor_##T, veksXor_##T##_I, veksXorC_##T, veksXorC_##T##_I);          \
-  check<Vek##T, Vek##T>({"Not", veksNot_##T,                                                                              \
-                         [](std::vector<Vek##T> x) {                                                                      \
-                           for (auto& v : x) v = Vek##T(~v);                                                              \
-                           return x;                                                                                      \
-                         },                                                                                               \
+#define VEK_CASE(T)                                                                                                \
+  checkLogic<Vek##T>("And", std::bit_and<Vek##T>(), veksAnd_##T, veksAnd_##T##_I, veksAndC_##T, veksAndC_##T##_I); \
+  checkLogic<Vek##T>("Or", std::bit_or<Vek##T>(), veksOr_##T, veksOr_##T##_I, veksOrC_##T, veksOrC_##T##_I);       \
+  checkLogic<Vek##T>("Xor", std::bit_xor<Vek##T>(), veksXor_##T, veksXor_##T##_I, veksXorC_##T, veksXorC_##T##_I); \
+  check<Vek##T, Vek##T>({"Not", veksNot_##T,                                                                       \
+                         [](std::vector<Vek##T> x) {                                                               \
+                           for (auto& v : x) v = Vek##T(~v);                                                       \
+                           return x;                                                                               \
+                         },                                                                                        \
                          veksNot_##T##_I});
   VEK_CASE(8u) VEK_CASE(16u) VEK_CASE(32u)
 #undef VEK_CASE

@@ -32,9 +32,9 @@ static uint64_t vekDigest(void) {
     x.wu[i] = r = r * 1664525u + 1013904223u;
     y.wu[i] = r = r * 1664525u + 1013904223u;
   }
-#define VEK_DIGEST(CALL)            \
-  memset(&d, 0, sizeof d);          \
-  CALL;                             \
+#define VEK_DIGEST(CALL)   \
+  memset(&d, 0, sizeof d); \
+  CALL;                    \
   h = vekDigestAdd(h, &d, sizeof d)
   VEK_DIGEST(veksFlip_8u(x.b, d.b, kDigestLen));
   VEK_DIGEST(veksSwapBytes_24u(x.b, d.b, kDigestLen));

@@ -5,19 +5,19 @@
 #include <stdio.h>
 #include <string.h>
 
-#include "vek.h"
 #include "digest.h"
+#include "vek.h"
 
 static const struct {
   Vek64u bit;
   const char* name;
 } features[] = {
-    {VEK_FEATURE_MMX, "mmx"},       {VEK_FEATURE_SSE, "sse"},         {VEK_FEATURE_SSE2, "sse2"},
-    {VEK_FEATURE_SSE3, "sse3"},     {VEK_FEATURE_SSSE3, "ssse3"},     {VEK_FEATURE_MOVBE, "movbe"},
-    {VEK_FEATURE_SSE41, "sse4.1"},  {VEK_FEATURE_SSE42, "sse4.2"},    {VEK_FEATURE_AVX, "avx"},
-    {VEK_FEATURE_AVX_OS, "avx-os"}, {VEK_FEATURE_AES, "aes"},         {VEK_FEATURE_CLMUL, "clmul"},
-    {VEK_FEATURE_F16C, "f16c"},     {VEK_FEATURE_AVX2, "avx2"},       {VEK_FEATURE_RDRAND, "rdrand"},
-    {VEK_FEATURE_ADX, "adx"},       {VEK_FEATURE_RDSEED, "rdseed"},   {VEK_FEATURE_PREFETCHW, "prefetchw"},
+    {VEK_FEATURE_MMX, "mmx"},       {VEK_FEATURE_SSE, "sse"},       {VEK_FEATURE_SSE2, "sse2"},
+    {VEK_FEATURE_SSE3, "sse3"},     {VEK_FEATURE_SSSE3, "ssse3"},   {VEK_FEATURE_MOVBE, "movbe"},
+    {VEK_FEATURE_SSE41, "sse4.1"},  {VEK_FEATURE_SSE42, "sse4.2"},  {VEK_FEATURE_AVX, "avx"},
+    {VEK_FEATURE_AVX_OS, "avx-os"}, {VEK_FEATURE_AES, "aes"},       {VEK_FEATURE_CLMUL, "clmul"},
+    {VEK_FEATURE_F16C, "f16c"},     {VEK_FEATURE_AVX2, "avx2"},     {VEK_FEATURE_RDRAND, "rdrand"},
+    {VEK_FEATURE_ADX, "adx"},       {VEK_FEATURE_RDSEED, "rdseed"}, {VEK_FEATURE_PREFETCHW, "prefetchw"},
 };
 
 /* The rule that chose the slot, first match from the top. */
@@ -45,8 +45,8 @@ int main(int argc, char** argv) {
   vekGetMaxCacheSizeB(&cache);
   vekGetNumThreads(&threads);
   if (json) {
-    printf("{\"name\": \"%s\", \"version\": \"%s\", \"built\": \"%s\", \"slot\": \"%.4s\", \"reason\": \"%s\", ", v->name,
-           v->version, v->buildDate, v->cpuCode, reason(v->cpuCode));
+    printf("{\"name\": \"%s\", \"version\": \"%s\", \"built\": \"%s\", \"slot\": \"%.4s\", \"reason\": \"%s\", ",
+           v->name, v->version, v->buildDate, v->cpuCode, reason(v->cpuCode));
     printf("\"cpu_type\": %d, \"features\": [", vekGetCpuType());
     for (i = 0; i < sizeof features / sizeof *features; ++i)
       if (mask & features[i].bit) printf("%s\"%s\"", i ? ", " : "", features[i].name);

@@ -101,8 +101,8 @@ VEK_INLINE void copyBits(const Vek8u* src, int srcBit, Vek8u* dst, int dstBit, i
 
 }  // namespace
 
-#define VEK_COPY_AND_MOVE(T)                                                                                   \
-  VekStatus veksCopy_##T(const Vek##T* pSrc, Vek##T* pDst, int len) { return copy(pSrc, pDst, len); }          \
+#define VEK_COPY_AND_MOVE(T)                                                                          \
+  VekStatus veksCopy_##T(const Vek##T* pSrc, Vek##T* pDst, int len) { return copy(pSrc, pDst, len); } \
   VekStatus veksMove_##T(const Vek##T* pSrc, Vek##T* pDst, int len) { return move(pSrc, pDst, len); }
 #define VEK_ZERO(T) \
   VekStatus veksZero_##T(Vek##T* pDst, int len) { return zero(pDst, len); }
