@@ -158,7 +158,8 @@ VekStatus callTwinWith(R (*twin)(T...), const std::vector<Parameter>& ps, const 
   }
   size_t at = 0;
   const auto next = [&]<class P>() -> P {
-    const auto [i, isIndex] = plan[at++];
+    const int i = plan[at].first;
+    const bool isIndex = plan[at++].second;
     P out{};
     if (isIndex) {
       if constexpr (std::is_same_v<P, int>) out = kIndex;

@@ -41,7 +41,7 @@ VEK_INLINE VekStatus set(T val, T* dst, int len) {
     Bits pattern;
     __builtin_memcpy(&pattern, &val, sizeof(T));
     const Pack<Bits> x = broadcast(pattern);
-    sweep<Pack<Bits>::lanes>([x](Bits* d) VEK_LAMBDA { store(d, x); }, reinterpret_cast<Bits*>(dst), len);
+    mapPacks([x]() VEK_LAMBDA { return x; }, reinterpret_cast<Bits*>(dst), len);
   }
   return vekStsNoErr;
 }
@@ -70,6 +70,7 @@ VEK_INLINE void copyShifted(const Vek8u* src, int offset, Vek8u* dst, ptrdiff_t 
   };
   ptrdiff_t i = 0;
   if (n >= lanes) {
+    for (; i + 2 * lanes <= n - lanes; i += 2 * lanes) block(i), block(i + lanes);
     for (; i < n - lanes; i += lanes) block(i);
     block(n - lanes);
   } else {
