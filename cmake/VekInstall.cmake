@@ -4,7 +4,6 @@ include(CMakePackageConfigHelpers)
 
 install(TARGETS vek_shared vek_static EXPORT vekTargets)
 install(DIRECTORY include/ TYPE INCLUDE)
-install(FILES ${derived}/include/vek/idx.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/vek)
 install(EXPORT vekTargets NAMESPACE vek:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/vek)
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/vekConfigVersion.cmake COMPATIBILITY SameMajorVersion)
 install(FILES cmake/vekConfig.cmake ${PROJECT_BINARY_DIR}/vekConfigVersion.cmake
