@@ -5,7 +5,8 @@
 namespace vek::VEK_SLOT {
 namespace {
 
-// ---- what is compared ----------------------------------------------------------------------------------------------------
+// ---- what is compared
+// ----------------------------------------------------------------------------------------------------
 
 struct Itself {
   template <class V>
@@ -37,7 +38,8 @@ struct Extremes {
   T low, high;
 };
 
-// ---- values ---------------------------------------------------------------------------------------------------------------
+// ---- values
+// ---------------------------------------------------------------------------------------------------------------
 
 template <Want W, class Key, class T>
 VEK_INLINE Extremes<T> scan(Extremes<T> best, Key key, const T* src, ptrdiff_t n) {
@@ -60,7 +62,8 @@ VEK_INLINE Extremes<T> extremesOf(Key key, const T* src, ptrdiff_t n) {
   return e;
 }
 
-// ---- positions --------------------------------------------------------------------------------------------------------------
+// ---- positions
+// --------------------------------------------------------------------------------------------------------------
 
 // The first position whose key equals the value; there is one among the n.
 template <class Key, class T>
@@ -142,7 +145,8 @@ VEK_INLINE Found<T> settle(Key key, const T* src, ptrdiff_t n, Position<T> best)
   return {key(read(src + at)), int(at)};
 }
 
-// ---- arguments and results ---------------------------------------------------------------------------------------------------
+// ---- arguments and results
+// ---------------------------------------------------------------------------------------------------
 
 // Nothing compares greater or less than a NaN in front.
 template <class T>
@@ -157,7 +161,7 @@ VEK_INLINE VekStatus extreme(Key key, const T* src, int len, T* value) {
     *value = read(src);
     return vekStsNoErr;
   }
-  const Extremes<T> e = extremesOf<kHigh ? Want::kHigh : Want::kLow>(key, src, len);
+  const Extremes<T> e = extremesOf < kHigh ? Want::kHigh : Want::kLow > (key, src, len);
   *value = firstOfEqual(src, len, kHigh ? e.high : e.low);
   return vekStsNoErr;
 }
@@ -184,7 +188,7 @@ VEK_INLINE VekStatus extremeAndIndex(Key key, const T* src, int len, T* value, i
     *index = 0;
     return vekStsNoErr;
   }
-  const Positions<T> best = searchBlocks<kHigh ? Want::kHigh : Want::kLow>(key, src, len);
+  const Positions<T> best = searchBlocks < kHigh ? Want::kHigh : Want::kLow > (key, src, len);
   const Found<T> found = settle(key, src, len, kHigh ? best.high : best.low);
   *value = found.value;
   *index = found.index;

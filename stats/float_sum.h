@@ -9,9 +9,7 @@ namespace vek::VEK_SLOT {
 namespace {
 
 // Sixteen double partial sums and the rest one by one: the same bits in every slot.
-VEK_INLINE double accurateSum(const float* src, ptrdiff_t n) {
-  return doubleSum<4, Rest::kOneByOne>(Plain(), n, src);
-}
+VEK_INLINE double accurateSum(const float* src, ptrdiff_t n) { return doubleSum<4, Rest::kOneByOne>(Plain(), n, src); }
 
 VEK_INLINE Pack<float> onlyFirst(float x) {
   alignas(32) const float lanes[8] = {x};

@@ -65,11 +65,10 @@ VEK_INLINE int64_t exactSum(const T* src, ptrdiff_t n) {
   return all;
 }
 
-// ---- results -------------------------------------------------------------------------------------------------------------
+// ---- results
+// -------------------------------------------------------------------------------------------------------------
 
-VEK_INLINE int32_t saturate32(int64_t x) {
-  return x > INT32_MAX ? INT32_MAX : x < INT32_MIN ? INT32_MIN : int32_t(x);
-}
+VEK_INLINE int32_t saturate32(int64_t x) { return x > INT32_MAX ? INT32_MAX : x < INT32_MIN ? INT32_MIN : int32_t(x); }
 
 // x / 2^shift to the nearest integer, ties to even; 1 <= shift <= 63, |x| at most 2^62.
 VEK_INLINE int64_t shiftNearest(int64_t x, int shift) {
