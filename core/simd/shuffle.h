@@ -288,6 +288,23 @@ VEK_INLINE Two<T> interleave(Pack<T> a, Pack<T> b) {
   }
 }
 
+// Every element twice: (a0 a0 a1 a1 ..., the same of the upper half). For elements of 4 and 8 bytes.
+template <class T>
+VEK_INLINE Two<T> repeatEach(Pack<T> a) {
+  using Reg = typename Pack<T>::Reg;
+  if constexpr (kAvx2 && sizeof(T) == 8) {
+    return {{{regCast<Reg>(_mm256_permute4x64_epi64((__m256i)a.r[0], 0x50))}},
+            {{regCast<Reg>(_mm256_permute4x64_epi64((__m256i)a.r[0], 0xFA))}}};
+  } else if constexpr (kAvx2 && sizeof(T) == 4) {
+    const auto pick = [&](__m256i order) VEK_LAMBDA {
+      return Pack<T>{{regCast<Reg>(_mm256_permutevar8x32_epi32((__m256i)a.r[0], order))}};
+    };
+    return {pick(_mm256_setr_epi32(0, 0, 1, 1, 2, 2, 3, 3)), pick(_mm256_setr_epi32(4, 4, 5, 5, 6, 6, 7, 7))};
+  } else {
+    return interleave(a, a);
+  }
+}
+
 // Even and odd elements of the sequence a, b: the inverse of interleave.
 template <class T>
 VEK_INLINE Two<T> deinterleave(Pack<T> a, Pack<T> b) {
