@@ -357,6 +357,18 @@ VEK_INLINE Two<T> deinterleave(Pack<T> a, Pack<T> b) {
   }
 }
 
+// The sums of neighbours over the sequence a, b: a0+a1, a2+a3, ..., b0+b1, ...
+template <class T>
+VEK_INLINE Pack<T> addNeighbours(Pack<T> a, Pack<T> b) {
+  if constexpr (kAvx2 && kSame<T, float>) {
+    const __m256 sums = _mm256_hadd_ps((__m256)a.r[0], (__m256)b.r[0]);
+    return {{regCast<typename Pack<T>::Reg>(_mm256_permute4x64_epi64((__m256i)sums, 0xD8))}};
+  } else {
+    const Two<T> x = deinterleave(a, b);
+    return x.a + x.b;
+  }
+}
+
 }  // namespace
 }  // namespace vek::VEK_SLOT
 
