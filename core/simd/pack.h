@@ -538,6 +538,21 @@ VEK_INLINE Pack<T> select(Mask<T> m, Pack<T> a, Pack<T> b) {
   });
 }
 
+// Lane by lane: a where `sign` is negative, b elsewhere; 32-bit integers.
+template <class T>
+VEK_INLINE Pack<T> selectNegative(Pack<T> sign, Pack<T> a, Pack<T> b) {
+  static_assert(kSame<T, int32_t>);
+  if constexpr (kSse41) {
+    // The blend of floats looks at the sign bit alone.
+    return each<Pack<T>>([&](int i) VEK_LAMBDA {
+      using Reg = typename Pack<T>::Reg;
+      VEK_INTRINSIC(_mm256_blendv_ps, _mm_blendv_ps, __m256, __m128, Reg, (Raw)b.r[i], (Raw)a.r[i], (Raw)sign.r[i])
+    });
+  } else {
+    return select(asMask<T>(signOf(sign)), a, b);
+  }
+}
+
 // One bit a byte of the mask, byte 0 lowest.
 template <class T>
 VEK_INLINE uint32_t byteBits(Mask<T> m) {
@@ -625,6 +640,8 @@ VEK_INLINE Pack<T> minOf(Pack<T> a, Pack<T> b) {
       VEK_INTRINSIC(_mm256_min_epu32, _mm_min_epu32, __m256i, __m128i, Reg, (Raw)a.r[i], (Raw)b.r[i])
     } else if constexpr (kSame<T, uint16_t> && kSse41) {
       VEK_INTRINSIC(_mm256_min_epu16, _mm_min_epu16, __m256i, __m128i, Reg, (Raw)a.r[i], (Raw)b.r[i])
+    } else if constexpr (kSame<T, uint16_t>) {
+      return regCast<Reg>(a.r[i] - subsEpu16(a.r[i], b.r[i]));
     } else if constexpr (kSame<T, int8_t> && kSse41) {
       VEK_INTRINSIC(_mm256_min_epi8, _mm_min_epi8, __m256i, __m128i, Reg, (Raw)a.r[i], (Raw)b.r[i])
     } else {
