@@ -9,7 +9,9 @@
 
 #include "vek/vector.h"      /* copy, set, reorder, logic, shifts */
 #include "vek/arith.h"       /* scaled arithmetic, division, roots, magnitude and phase */
-#include "vek/convert.h"     /* conversion, thresholds, companding */
+#include "vek/convert.h"     /* conversion between element types */
+#include "vek/threshold.h"   /* thresholds */
+#include "vek/compand.h"     /* companding */
 #include "vek/stats.h"       /* sums, means, extremes, norms, dot products */
 #include "vek/sort.h"        /* sorting by value and by index */
 #include "vek/gen.h"         /* tones, triangles, ramps, random numbers */
