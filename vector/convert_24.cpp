@@ -91,8 +91,8 @@ VEK_INLINE void store24(Vek24u* d, Pack<T> x) {
 // op turns packs of the source into packs of 32-bit integers in the range of 24 bits.
 template <class S, class Op>
 VEK_INLINE void packVector(Op op, const S* src, Vek8u* dst, int len) {
-  sweep<kBlock>([op](Vek24u* d, const S* x) VEK_LAMBDA { store24(d, op(load(x))); }, reinterpret_cast<Vek24u*>(dst), len,
-                src);
+  sweep<kBlock>([op](Vek24u* d, const S* x) VEK_LAMBDA { store24(d, op(load(x))); }, reinterpret_cast<Vek24u*>(dst),
+                len, src);
 }
 
 template <class T>

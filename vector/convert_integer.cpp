@@ -18,11 +18,9 @@ VEK_INLINE VekStatus widenVector(const S* src, D* dst, int len) {
 // 32s to 16s: op prepares each pack of 32-bit values, saturation does the rest.
 template <class Op>
 VEK_INLINE void narrowTo16(Op op, const int32_t* src, int16_t* dst, int len) {
-  sweep<16>(
-      [op](int16_t* d, const int32_t* x) VEK_LAMBDA {
-        store(d, narrowSaturated<int16_t>(op(load(x)), op(load(x + 8))));
-      },
-      dst, len, src);
+  sweep<16>([op](int16_t* d, const int32_t* x)
+                VEK_LAMBDA { store(d, narrowSaturated<int16_t>(op(load(x)), op(load(x + 8)))); },
+            dst, len, src);
 }
 
 VEK_INLINE VekStatus narrow16(const int32_t* src, int16_t* dst, int len) {
@@ -49,10 +47,9 @@ template <class Op>
 VEK_INLINE void narrowTo32(Op op, const int64_t* src, int32_t* dst, int len) {
   const Pack<int64_t> low = broadcast(int64_t(INT32_MIN)), high = broadcast(int64_t(INT32_MAX));
   const auto clamped = [=](const int64_t* x) VEK_LAMBDA { return minOf(maxOf(op(load(x)), low), high); };
-  sweep<8>(
-      [=](int32_t* d, const int64_t* x)
-          VEK_LAMBDA { store(d, narrowWrapped<int32_t>(clamped(x), clamped(x + 4))); },
-      dst, len, src);
+  sweep<8>([=](int32_t* d, const int64_t* x)
+               VEK_LAMBDA { store(d, narrowWrapped<int32_t>(clamped(x), clamped(x + 4))); },
+           dst, len, src);
 }
 
 template <int Mode>

@@ -28,17 +28,12 @@ VEK_INLINE void byMode(int mode, int scaleFactor, F f) {
   }
 }
 
-// Eight elements as 32-bit integers to be saturated to D. The minimum keeps values past the 32-bit range, and its
-// operands are ordered so that a NaN stays one: it converts to the most negative integer, which unsigned saturation
-// makes 0; signed destinations need a mask.
+// Eight elements as 32-bit integers to be saturated to D.
 template <class D, int Mode, bool Scaled>
 VEK_INLINE Pack<int32_t> roundFor(const float* x, Pack<float> m) {
   Pack<float> y = load(x);
   if constexpr (Scaled) y = y * m;
-  constexpr float high = sizeof(D) == 1 ? (kSigned<D> ? 127 : 255) : (kSigned<D> ? 32767 : 65535);
-  Pack<float> limited = minOf(broadcast(high), y);
-  if constexpr (kSigned<D>) limited = keep(y == y, limited);
-  return roundToInt32<Mode>(limited);
+  return roundToInt32<Mode>(limitFor<D>(y));
 }
 
 template <class D>
@@ -59,9 +54,9 @@ struct ToNarrow {
     } else {
       sweep<32>(
           [m](D* d, const float* x) VEK_LAMBDA {
-            store(d, narrowQuarter<D>(
-                         Group<int32_t, 4>{{roundFor<D, Mode, Scaled>(x, m), roundFor<D, Mode, Scaled>(x + 8, m),
-                                            roundFor<D, Mode, Scaled>(x + 16, m), roundFor<D, Mode, Scaled>(x + 24, m)}}));
+            store(d, narrowQuarter<D>(Group<int32_t, 4>{
+                         {roundFor<D, Mode, Scaled>(x, m), roundFor<D, Mode, Scaled>(x + 8, m),
+                          roundFor<D, Mode, Scaled>(x + 16, m), roundFor<D, Mode, Scaled>(x + 24, m)}}));
           },
           dst, len, src);
     }

@@ -79,6 +79,20 @@ VEK_INLINE __m128i roundToInt32(Pack<double> y) {
   }
 }
 
+// Prepares y for conversion to 32-bit integers that are then saturated to D. The minimum keeps values past the 32-bit
+// range away, and its operands are ordered so that a NaN stays one: it converts to the most negative integer, which
+// saturation to an unsigned type makes 0; signed destinations need a mask.
+template <class D>
+VEK_INLINE Pack<float> limitFor(Pack<float> y) {
+  constexpr float high = sizeof(D) == 1 ? (kSigned<D> ? 127 : 255) : (kSigned<D> ? 32767 : 65535);
+  const Pack<float> limited = minOf(broadcast(high), y);
+  if constexpr (kSigned<D>) {
+    return keep(y == y, limited);
+  } else {
+    return limited;
+  }
+}
+
 // x * 2^-s for 1 <= s <= width of T, rounded by the mode: the quotient rounded down, plus one where the fraction passes
 // the threshold of the mode. The fraction is moved to the top of the lane, where nothing can overflow.
 template <int Mode, class T>
