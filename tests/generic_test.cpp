@@ -289,7 +289,8 @@ TEST(EveryFunction, HasATwinThatDoesTheSame) {
       EXPECT_EQ(direct, twin) << r.name;
       EXPECT_GE(direct, 0) << r.name << " refused arguments that are meant to be good";
       EXPECT_TRUE(a.sameAs(b, holdingAddresses(r))) << r.name;
-      // RELEASE
+      releaseMade(r.name, a.regions[0].get());
+      releaseMade(r.name, b.regions[0].get());
     }
   });
 }
