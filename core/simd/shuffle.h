@@ -412,6 +412,76 @@ VEK_INLINE Pack<T> addNeighbours(Pack<T> a, Pack<T> b) {
   }
 }
 
+// ---- bytes in pairs -------------------------------------------------------------------------------------------------
+
+// Unpacking works within 16-byte halves. With its operands put through beforeUnpack, the results of unpackBytes are the
+// pairs of elements 0 to 15 and of 16 to 31 in order; one permutation serves everything computed in between.
+template <class T>
+VEK_INLINE Pack<T> beforeUnpack(Pack<T> a) {
+  if constexpr (Pack<T>::regs == 1) {
+    return {{regCast<typename Pack<T>::Reg>(_mm256_permute4x64_epi64((__m256i)a.r[0], 0xD8))}};
+  } else {
+    return a;
+  }
+}
+template <class T>
+VEK_INLINE Two<T> unpackBytes(Pack<T> a, Pack<T> b) {
+  static_assert(sizeof(T) == 1);
+  using Reg = typename Pack<T>::Reg;
+  if constexpr (Pack<T>::regs == 1) {
+    return {{{regCast<Reg>(unpackLow<1>((__m256i)a.r[0], (__m256i)b.r[0]))}},
+            {{regCast<Reg>(unpackHigh<1>((__m256i)a.r[0], (__m256i)b.r[0]))}}};
+  } else {
+    return interleave(a, b);
+  }
+}
+
+// From slot u8 on: a with the sign of b taken in, 0 where b is 0.
+template <class T>
+VEK_INLINE Pack<T> withSign(Pack<T> a, Pack<T> b) {
+  static_assert(kSame<T, int8_t>);
+  return each<Pack<T>>([&](int i) VEK_LAMBDA {
+    using Reg = typename Pack<T>::Reg;
+    if constexpr (sizeof(Reg) == 32) {
+      return regCast<Reg>(_mm256_sign_epi8((__m256i)a.r[i], (__m256i)b.r[i]));
+    } else {
+      return regCast<Reg>(_mm_sign_epi8((__m128i)a.r[i], (__m128i)b.r[i]));
+    }
+  });
+}
+// From slot u8 on, lane k: a[2k]*b[2k] + a[2k+1]*b[2k+1], saturated.
+template <class A, class B>
+VEK_INLINE Pack<int16_t> mulAddBytes(Pack<A> a, Pack<B> b) {
+  static_assert(kSame<A, uint8_t> && kSame<B, int8_t>);
+  return each<Pack<int16_t>>([&](int i) VEK_LAMBDA {
+    using Reg = typename Pack<int16_t>::Reg;
+    if constexpr (sizeof(Reg) == 32) {
+      return regCast<Reg>(_mm256_maddubs_epi16((__m256i)a.r[i], (__m256i)b.r[i]));
+    } else {
+      return regCast<Reg>(_mm_maddubs_epi16((__m128i)a.r[i], (__m128i)b.r[i]));
+    }
+  });
+}
+
+// 16-bit lanes to bytes saturated as D, within 16-byte halves; afterPack puts the quarters in order.
+template <class D>
+VEK_INLINE Pack<uint8_t> packInHalves(Pack<int16_t> a, Pack<int16_t> b) {
+  using Reg = typename Pack<uint8_t>::Reg;
+  if constexpr (sizeof(Reg) == 32) {
+    const __m256i x = (__m256i)a.r[0], y = (__m256i)b.r[0];
+    return {{regCast<Reg>(kSigned<D> ? _mm256_packs_epi16(x, y) : _mm256_packus_epi16(x, y))}};
+  } else {
+    const auto one = [](auto x, auto y) VEK_LAMBDA {
+      return kSigned<D> ? _mm_packs_epi16((__m128i)x, (__m128i)y) : _mm_packus_epi16((__m128i)x, (__m128i)y);
+    };
+    return fromHalves<uint8_t>(one(a.r[0], a.r[1]), one(b.r[0], b.r[1]));
+  }
+}
+template <class T>
+VEK_INLINE Pack<T> afterPack(Pack<T> a) {
+  return beforeUnpack(a);
+}
+
 }  // namespace
 }  // namespace vek::VEK_SLOT
 
