@@ -24,6 +24,12 @@ struct ClampedMagnitude {
   VEK_INLINE int32_t operator()(int32_t x) const { return x == INT32_MIN ? INT32_MAX : x < 0 ? -x : x; }
 };
 
+// The magnitude as it is, which takes all 32 bits.
+struct FullMagnitude {
+  VEK_INLINE Pack<uint32_t> operator()(Pack<uint32_t> x) const { return bits<uint32_t>(magnitude(bits<int32_t>(x))); }
+  VEK_INLINE uint32_t operator()(uint32_t x) const { return int32_t(x) < 0 ? -x : x; }
+};
+
 template <bool kHigh, class T>
 VEK_INLINE bool beats(T a, T b) {
   return kHigh ? a > b : a < b;
@@ -154,15 +160,26 @@ VEK_INLINE bool startsWithNan(const T* src) {
   return read(src) != read(src);
 }
 
-template <bool kHigh, class Key, class T>
-VEK_INLINE VekStatus extreme(Key key, const T* src, int len, T* value) {
+template <bool kHigh, class T>
+VEK_INLINE VekStatus extreme(const T* src, int len, T* value) {
   if (const VekStatus s = checkVectors(len, src, value)) return s;
   if (startsWithNan(src)) {
     *value = read(src);
     return vekStsNoErr;
   }
-  const Extremes<T> e = extremesOf < kHigh ? Want::kHigh : Want::kLow > (key, src, len);
+  const Extremes<T> e = extremesOf<oneEnd(kHigh)>(Itself(), src, len);
   *value = firstOfEqual(src, len, kHigh ? e.high : e.low);
+  return vekStsNoErr;
+}
+
+// Clamping once at the end comes to the same as clamping every magnitude.
+template <bool kHigh>
+VEK_INLINE VekStatus extremeMagnitude(const int32_t* src, int len, int32_t* value) {
+  if (const VekStatus s = checkVectors(len, src, value)) return s;
+  const uint32_t* bitsOfSrc = reinterpret_cast<const uint32_t*>(src);
+  const Extremes<uint32_t> e = extremesOf<oneEnd(kHigh)>(FullMagnitude(), bitsOfSrc, len);
+  const uint32_t m = kHigh ? e.high : e.low;
+  *value = m > uint32_t(INT32_MAX) ? INT32_MAX : int32_t(m);
   return vekStsNoErr;
 }
 
@@ -188,7 +205,7 @@ VEK_INLINE VekStatus extremeAndIndex(Key key, const T* src, int len, T* value, i
     *index = 0;
     return vekStsNoErr;
   }
-  const Positions<T> best = searchBlocks < kHigh ? Want::kHigh : Want::kLow > (key, src, len);
+  const Positions<T> best = searchBlocks<oneEnd(kHigh)>(key, src, len);
   const Found<T> found = settle(key, src, len, kHigh ? best.high : best.low);
   *value = found.value;
   *index = found.index;
@@ -215,8 +232,8 @@ VEK_INLINE VekStatus extremesAndIndices(const T* src, int len, T* low, int* lowI
 }  // namespace
 
 #define VEK_EXTREMES(T, S)                                                                                       \
-  VekStatus veksMax_##S(const T* pSrc, int len, T* pMax) { return extreme<true>(Itself(), pSrc, len, pMax); }    \
-  VekStatus veksMin_##S(const T* pSrc, int len, T* pMin) { return extreme<false>(Itself(), pSrc, len, pMin); }   \
+  VekStatus veksMax_##S(const T* pSrc, int len, T* pMax) { return extreme<true>(pSrc, len, pMax); }              \
+  VekStatus veksMin_##S(const T* pSrc, int len, T* pMin) { return extreme<false>(pSrc, len, pMin); }             \
   VekStatus veksMinMax_##S(const T* pSrc, int len, T* pMin, T* pMax) { return extremes(pSrc, len, pMin, pMax); } \
   VekStatus veksMaxIndx_##S(const T* pSrc, int len, T* pMax, int* pIndx) {                                       \
     if (pIndx == nullptr) return ::veksMax_##S(pSrc, len, pMax);                                                 \
@@ -235,10 +252,10 @@ VEK_EXTREMES(Vek32f, 32f)
 #undef VEK_EXTREMES
 
 VekStatus veksMaxAbs_32s(const Vek32s* pSrc, int len, Vek32s* pMaxAbs) {
-  return extreme<true>(ClampedMagnitude(), pSrc, len, pMaxAbs);
+  return extremeMagnitude<true>(pSrc, len, pMaxAbs);
 }
 VekStatus veksMinAbs_32s(const Vek32s* pSrc, int len, Vek32s* pMinAbs) {
-  return extreme<false>(ClampedMagnitude(), pSrc, len, pMinAbs);
+  return extremeMagnitude<false>(pSrc, len, pMinAbs);
 }
 VekStatus veksMaxAbsIndx_32s(const Vek32s* pSrc, int len, Vek32s* pMaxAbs, int* pIndx) {
   if (pIndx == nullptr) return ::veksMaxAbs_32s(pSrc, len, pMaxAbs);

@@ -10,6 +10,7 @@ namespace vek::VEK_SLOT {
 namespace {
 
 enum class Want { kLow, kHigh, kBoth };
+constexpr Want oneEnd(bool high) { return high ? Want::kHigh : Want::kLow; }
 constexpr bool wantsLow(Want w) { return w != Want::kHigh; }
 constexpr bool wantsHigh(Want w) { return w != Want::kLow; }
 
@@ -24,10 +25,17 @@ VEK_INLINE void include(Bounds<T>& b, Pack<T> x) {
   if constexpr (wantsLow(W)) b.low = minOf(x, b.low);
   if constexpr (wantsHigh(W)) b.high = maxOf(x, b.high);
 }
-template <Want W, class T>
-VEK_INLINE void merge(Bounds<T>& b, Bounds<T> other) {
-  if constexpr (wantsLow(W)) b.low = minOf(other.low, b.low);
-  if constexpr (wantsHigh(W)) b.high = maxOf(other.high, b.high);
+template <Want W, int K, class T>
+VEK_INLINE Bounds<T> merged(const Bounds<T>* b) {
+  if constexpr (K == 1) {
+    return *b;
+  } else {
+    Bounds<T> all = merged<W, K / 2>(b);
+    const Bounds<T> other = merged<W, K / 2>(b + K / 2);
+    if constexpr (wantsLow(W)) all.low = minOf(other.low, all.low);
+    if constexpr (wantsHigh(W)) all.high = maxOf(other.high, all.high);
+    return all;
+  }
 }
 
 // The bounds of `start` and of op(sources...) over n elements; n is at least one pack.
@@ -43,13 +51,10 @@ VEK_INLINE Bounds<T> fold(Bounds<T> start, Op op, ptrdiff_t n, const S*... src) 
 #pragma GCC unroll 8
     for (int k = 0; k < K; ++k) include<W>(b[k], op(load(src + i + k * L)...));
   }
-#pragma GCC unroll 3
-  for (int step = 1; step < K; step *= 2)
-#pragma GCC unroll 4
-    for (int k = 0; k < K; k += 2 * step) merge<W>(b[k], b[k + step]);
-  for (; i + L <= n; i += L) include<W>(b[0], op(load(src + i)...));
-  if (i < n) include<W>(b[0], op(load(src + n - L)...));
-  return b[0];
+  Bounds<T> all = merged<W, K>(b);
+  for (; i + L <= n; i += L) include<W>(all, op(load(src + i)...));
+  if (i < n) include<W>(all, op(load(src + n - L)...));
+  return all;
 }
 
 template <class T>

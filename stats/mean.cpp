@@ -124,7 +124,8 @@ VEK_INLINE double deviation(Moments m, const float* src, int len) {
 
 // Single precision for a while: each partial sum takes this many terms before it is widened.
 constexpr int kFastTerms = 16;
-constexpr ptrdiff_t kFastLeast = 64;
+constexpr ptrdiff_t kShiftFrom = 64;   // elements whose mean is the shift
+constexpr ptrdiff_t kFastLeast = 256;  // shorter vectors are done sooner in double
 
 // The moments of x - shift in single precision, by blocks. A shift near the mean keeps the two terms of the numerator
 // apart, which single precision could not bear otherwise.
@@ -163,7 +164,7 @@ VEK_INLINE Moments shiftedMoments(const float* src, ptrdiff_t n, Pack<float> shi
 }
 
 VEK_INLINE double fastDeviation(const float* src, int len) {
-  const float shift = total(halvesAdded(regroupedBlock(src, kFastLeast))) * (1.0f / kFastLeast);
+  const float shift = total(halvesAdded(regroupedBlock(src, kShiftFrom))) * (1.0f / kShiftFrom);
   const Moments m = shiftedMoments(src, len, broadcast(shift));
   // Squares beyond the range of single precision, or lost at its lower end, take the accurate way.
   if (!(m.squares > 1e-25 * len && m.squares < 1e38)) return deviation(momentsOf(src, len), src, len);

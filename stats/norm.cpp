@@ -38,23 +38,74 @@ VEK_INLINE float largestComplexDifference(const float* src1, const float* src2, 
   return __builtin_sqrtf(largest(power, 2 * n, src1, src2));
 }
 
-// Over whole groups of four elements, in double precision; 0 where n is 0.
-VEK_INLINE float largestPowerInDouble(const float* src, ptrdiff_t n) {
-  Pack<double> high[4] = {zeros<double>(), zeros<double>(), zeros<double>(), zeros<double>()};
-  ptrdiff_t i = 0;
-  for (; i + 16 <= 2 * n; i += 16) {
+// Over whole packs of four elements, in double precision.
+VEK_INLINE float largestPowerInDouble(float least, const float* src, ptrdiff_t packs) {
+  Pack<double> high[4];
 #pragma GCC unroll 4
-    for (int k = 0; k < 4; ++k) high[k] = maxOf(pairPower(loadDouble(src + i + 4 * k)), high[k]);
+  for (int k = 0; k < 4; ++k) high[k] = broadcast(double(least));
+  const auto include = [&](int k, const float* p) VEK_LAMBDA { high[k] = maxOf(pairPower(loadDouble(p)), high[k]); };
+  ptrdiff_t i = 0;
+  for (; i + 2 <= packs; i += 2) {
+#pragma GCC unroll 4
+    for (int k = 0; k < 4; ++k) include(k, src + 8 * i + 4 * k);
   }
-  for (; i < 2 * n; i += 4) high[0] = maxOf(pairPower(loadDouble(src + i)), high[0]);
+  if (i < packs) {
+    include(0, src + 8 * i);
+    include(1, src + 8 * i + 4);
+  }
   const Lanes<double> last = lanesOf(maxOf(maxOf(high[0], high[1]), maxOf(high[2], high[3])));
   return float(last[0] > last[2] ? last[0] : last[2]);
 }
 
+// The powers of two packs, rounded anyhow: off by less than kPowerError of themselves, or kPowerUnderflow.
+constexpr float kPowerError = 0x1p-20f, kPowerUnderflow = 0x1p-140f;
+
+VEK_INLINE Pack<float> roughPower(const float* p) {
+  const Two<float> z = splitPairs(load(p), load(p + 8));
+  return fusedMulAdd(z.a, z.a, z.b * z.b);
+}
+
+VEK_INLINE float largestPowerRoughly(const float* src, ptrdiff_t packs) {
+  Pack<float> high[4] = {zeros<float>(), zeros<float>(), zeros<float>(), zeros<float>()};
+  ptrdiff_t i = 0;
+  for (; i + 8 <= packs; i += 8) {
+#pragma GCC unroll 4
+    for (int k = 0; k < 4; ++k) high[k] = maxOf(roughPower(src + 8 * i + 16 * k), high[k]);
+  }
+  for (; i < packs; ++i) high[0] = maxOf(pairPower(load(src + 8 * i)), high[0]);
+  return outermost<true>(maxOf(maxOf(high[0], high[1]), maxOf(high[2], high[3])));
+}
+
+// Where an element may be the largest, by its rough power, four packs are looked at in double precision.
+VEK_INLINE float largestPowerAmong(float least, const float* src, ptrdiff_t packs, float rough) {
+  const float finite = rough < __FLT_MAX__ ? rough : __FLT_MAX__;
+  const Pack<float> candidate = broadcast(finite - finite * kPowerError - kPowerUnderflow);
+  ptrdiff_t i = 0;
+  for (; i + 4 <= packs; i += 4) {
+    const float* p = src + 8 * i;
+    if (any((roughPower(p) >= candidate) | (roughPower(p + 16) >= candidate)))
+      least = largestPowerInDouble(least, p, 4);
+  }
+  return largestPowerInDouble(least, src + 8 * i, packs - i);
+}
+
+// Blocks are surveyed in single precision; few of them can hold a new maximum.
+VEK_INLINE float largestPower(const float* src, ptrdiff_t packs) {
+  constexpr ptrdiff_t block = 64;
+  if (packs < block / 2) return largestPowerInDouble(0, src, packs);
+  float high = 0;
+  for (ptrdiff_t i = 0; i < packs; i += block) {
+    const ptrdiff_t count = packs - i < block ? packs - i : block;
+    const float rough = largestPowerRoughly(src + 8 * i, count);
+    const bool settled = rough + rough * kPowerError + kPowerUnderflow <= high;
+    if (!settled) high = largestPowerAmong(high, src + 8 * i, count, rough);
+  }
+  return high;
+}
+
 VEK_INLINE float largestComplexMagnitude(const float* src, ptrdiff_t n) {
-  const ptrdiff_t grouped = n & ~ptrdiff_t(3);
-  float high = largestPowerInDouble(src, grouped);
-  for (ptrdiff_t i = 2 * grouped; i < 2 * n; i += 2) {
+  float high = kRegroups ? largestPower(src, n / 4) : largestPowerInDouble(0, src, n / 4);
+  for (ptrdiff_t i = n / 4 * 8; i < 2 * n; i += 2) {
     const float re = read(src + i), im = read(src + i + 1), power = re * re + im * im;
     if (power > high) high = power;
   }

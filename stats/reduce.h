@@ -75,17 +75,18 @@ VEK_INLINE __m128d halvesAdded(Pack<double> a) { return _mm_add_pd((__m128d)half
 VEK_INLINE __m128 halvesAdded(Pack<float> a) { return _mm_add_ps((__m128)half(a, 0), (__m128)half(a, 1)); }
 
 // Neighbours first, then neighbours of those: ((A0+A1)+(A2+A3)) + ((A4+A5)+(A6+A7)) in registers of 16 bytes, which
-// are the halves of the packs.
+// are the halves of the packs. Recursive, as the compiler keeps the packs in registers only if no index is a variable.
+template <int K, class T>
+VEK_INLINE auto tree(const Pack<T>* p) {
+  if constexpr (K == 1) {
+    return halvesAdded(*p);
+  } else {
+    return tree<K / 2>(p) + tree<K / 2>(p + K / 2);
+  }
+}
 template <int K, class T>
 VEK_INLINE auto tree(const Pack<T> (&p)[K]) {
-  decltype(halvesAdded(p[0])) h[K];
-#pragma GCC unroll 8
-  for (int k = 0; k < K; ++k) h[k] = halvesAdded(p[k]);
-#pragma GCC unroll 3
-  for (int step = 1; step < K; step *= 2)
-#pragma GCC unroll 4
-    for (int k = 0; k < K; k += 2 * step) h[k] = h[k] + h[k + step];
-  return h[0];
+  return tree<K, T>(&p[0]);
 }
 
 VEK_INLINE double total(__m128d a) { return a[0] + a[1]; }
@@ -96,12 +97,16 @@ VEK_INLINE float total(__m128 a) {
 
 // Regrouped: whole packs are added first.
 template <int K, class T>
-VEK_INLINE Pack<T> packTree(Pack<T> (&p)[K]) {
-#pragma GCC unroll 3
-  for (int step = 1; step < K; step *= 2)
-#pragma GCC unroll 4
-    for (int k = 0; k < K; k += 2 * step) p[k] = p[k] + p[k + step];
-  return p[0];
+VEK_INLINE Pack<T> packTree(const Pack<T>* p) {
+  if constexpr (K == 1) {
+    return *p;
+  } else {
+    return packTree<K / 2>(p) + packTree<K / 2>(p + K / 2);
+  }
+}
+template <int K, class T>
+VEK_INLINE Pack<T> packTree(const Pack<T> (&p)[K]) {
+  return packTree<K, T>(&p[0]);
 }
 
 // ---- sums in double precision

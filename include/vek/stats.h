@@ -81,7 +81,7 @@ VEK_API VekStatus veksMean_32s_Sfs(const Vek32s* pSrc, int len, Vek32s* pMean, i
  * is written then.
  *
  * Rounded: both sums in double from one pass, D and the root in double, then one rounding to single; relative to D the
- * error grows as (mean / deviation)^2. veksStdDev_32f with vekAlgHintFast and len >= 64 in slots above the generic one
+ * error grows as (mean / deviation)^2. veksStdDev_32f with vekAlgHintFast and len >= 256 in slots above the generic one
  * forms the sums of x - c and (x - c)^2 in single precision instead, c being the mean of the first 64 elements and 16
  * terms sharing a partial sum; the deviation is then good to about 1e-6 as long as c is within a deviation of the mean.
  * veksMeanStdDev_32f ignores the hint.
