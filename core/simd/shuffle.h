@@ -100,6 +100,27 @@ VEK_INLINE Pack<T> dupOdd(Pack<T> a) {
   }
 }
 
+// dupEven and dupOdd straight from memory: where the level has a load that duplicates, no shuffle is spent.
+VEK_INLINE Pack<float> loadDupEven(const float* p) { return dupEven(load(p)); }
+VEK_INLINE Pack<float> loadDupOdd(const float* p) {
+  asm("" : "+r"(p));  // or the compiler would load once and shuffle twice
+  return dupOdd(load(p));
+}
+
+// Four elements of 4 bytes, each one twice.
+template <class T>
+VEK_INLINE Pack<T> loadTwice(const T* p) {
+  static_assert(sizeof(T) == 4);
+  const __m128 x = (__m128)_mm_loadu_si128((const __m128i_u*)p);
+  if constexpr (kAvx) {
+    const __m256i order = _mm256_setr_epi32(0, 0, 1, 1, 2, 2, 3, 3);
+    const __m256i y = (__m256i)_mm256_permutevar_ps(_mm256_set_m128(x, x), order);
+    return fromHalves<T>(lowHalf(y), highHalf(y));
+  } else {
+    return fromHalves<T>((__m128i)_mm_unpacklo_ps(x, x), (__m128i)_mm_unpackhi_ps(x, x));
+  }
+}
+
 // Even lanes a - b, odd lanes a + b.
 template <class T>
 VEK_INLINE Pack<T> addSubtract(Pack<T> a, Pack<T> b) {
@@ -286,6 +307,28 @@ VEK_INLINE Two<T> interleave(Pack<T> a, Pack<T> b) {
     return {{{regCast<Reg>(_mm256_permute2f128_si256(low, high, 0x20))}},
             {{regCast<Reg>(_mm256_permute2f128_si256(low, high, 0x31))}}};
   }
+}
+
+// The same within each 16-byte half: cheaper where the order between the halves is undone later.
+template <class T>
+VEK_INLINE Two<T> interleaveInHalves(Pack<T> a, Pack<T> b) {
+  constexpr int size = int(sizeof(T));
+  using Reg = typename Pack<T>::Reg;
+  using Raw = typename VectorOf<long long, int(sizeof(Reg))>::type;
+  return {each<Pack<T>>([&](int i) VEK_LAMBDA { return regCast<Reg>(unpackLow<size>((Raw)a.r[i], (Raw)b.r[i])); }),
+          each<Pack<T>>([&](int i) VEK_LAMBDA { return regCast<Reg>(unpackHigh<size>((Raw)a.r[i], (Raw)b.r[i])); })};
+}
+
+// Even and odd elements of each pair of 16-byte halves; interleaveInHalves undoes the order.
+template <int Order>
+VEK_INLINE Pack<float> shufflePair(Pack<float> a, Pack<float> b) {
+  return each<Pack<float>>([&](auto i) VEK_LAMBDA {
+    using Reg = decltype(a.r[i] + b.r[i]);
+    VEK_INTRINSIC(_mm256_shuffle_ps, _mm_shuffle_ps, __m256, __m128, Reg, (Raw)a.r[i], (Raw)b.r[i], Order)
+  });
+}
+VEK_INLINE Two<float> deinterleaveInHalves(Pack<float> a, Pack<float> b) {
+  return {shufflePair<0x88>(a, b), shufflePair<0xDD>(a, b)};
 }
 
 // Even and odd elements of the sequence a, b: the inverse of interleave.
