@@ -29,19 +29,24 @@ VEK_INLINE VekStatus absolute(const T* src, T* dst, int len) {
 
 // ---- squares --------------------------------------------------------------------------------------------------------
 
-// Rounding to nearest, ties to even, of values >= 0 divided by 2^shift, shift >= 1. The sum must not overflow.
+// Values >= 0 divided by 2^shift, shift >= 1, and rounded to nearest, ties to even: just less than a half is added, and
+// one more where the quotient is odd. The sum must not overflow.
 template <class T>
-VEK_INLINE Pack<T> roundedShift(Pack<T> x, Pack<T> belowHalf, int shift) {
-  const Pack<T> odd = (x >> shift) & broadcast(T(1));
-  return (x + belowHalf + odd) >> shift;
-}
+struct RoundedShift {
+  int shift;
+  Pack<T> belowHalf, lowest;
+
+  VEK_INLINE explicit RoundedShift(int s) : shift(s) {
+    belowHalf = broadcast(T((UnsignedOf<T>(1) << (s - 1)) - 1));
+    lowest = broadcast(T(UnsignedOf<T>(1) << s));
+  }
+  VEK_INLINE Pack<T> operator()(Pack<T> x) const {
+    return (x + belowHalf - bits<T>((x & lowest) == lowest)) >> shift;
+  }
+};
 
 // The largest root whose square, times 2^left, does not pass `most`.
-VEK_INLINE int largestRoot(int left, int most) {
-  int root = 0;
-  while (int64_t(root + 1) * (root + 1) << left <= most) ++root;
-  return root;
-}
+VEK_INLINE int largestRoot(int left, int most) { return int(__builtin_sqrt(double(most >> left))); }
 
 // Bytes, no larger than `cap`, are squared in 16-bit lanes, those in even and odd places apart.
 template <class Scale>
@@ -65,12 +70,10 @@ VEK_INLINE void squareScaled(const Vek8u* src, Vek8u* dst, int len, int scaleFac
     ::veksZero_8u(dst, len);
   } else if (scaleFactor > 8) {
     // Halved first, what falls off kept in the lowest bit: the sum of the rounding stays within 16 bits.
-    const int shift = scaleFactor - 1;
-    const P belowHalf = broadcast(uint16_t((1 << (shift - 1)) - 1)), one = broadcast(uint16_t(1));
-    squareBytes([=](P r) VEK_LAMBDA { return roundedShift((r >> 1) | (r & one), belowHalf, shift); }, src, dst, len);
+    const RoundedShift<uint16_t> rest(scaleFactor - 1);
+    squareBytes([=](P r) VEK_LAMBDA { return rest((r >> 1) | (r & broadcast(uint16_t(1)))); }, src, dst, len);
   } else if (scaleFactor > 0) {
-    const P belowHalf = broadcast(uint16_t((1 << (scaleFactor - 1)) - 1));
-    squareBytes([=](P r) VEK_LAMBDA { return roundedShift(r, belowHalf, scaleFactor); }, src, dst, len);
+    squareBytes(RoundedShift<uint16_t>(scaleFactor), src, dst, len);
   } else {
     // Beyond the first root that saturates nothing changes; its square is still below 2^15 after the shift.
     const int left = scaleFactor < -8 ? 8 : -scaleFactor;
@@ -83,15 +86,11 @@ VEK_INLINE void squareScaled(const Vek16s* src, Vek16s* dst, int len, int scaleF
   if (scaleFactor > 30) {
     ::veksZero_16s(dst, len);
   } else if (scaleFactor > 0) {
-    // Squares of even and odd elements in 32-bit lanes, put together again after the clamp.
-    const Pack<int32_t> belowHalf = broadcast(int32_t((1u << (scaleFactor - 1)) - 1)), most = broadcast(int32_t(32767));
+    const RoundedShift<int32_t> scale(scaleFactor);
     mapPacks(
         [=](P x) VEK_LAMBDA {
-          const P low = bits<int16_t>(broadcast(int32_t(0xFFFF)));
-          const Pack<int32_t> even = mulAddPairs(x, x & low), odd = mulAddPairs(x, x & ~low);
-          const Pack<int32_t> a = minOf(roundedShift(even, belowHalf, scaleFactor), most);
-          const Pack<int32_t> b = minOf(roundedShift(odd, belowHalf, scaleFactor), most);
-          return bits<int16_t>(a | (b << 16));
+          const Two<int16_t> squares = interleaveInHalves(x * x, mulHigh(x, x));
+          return narrowInHalves<int16_t>(scale(bits<int32_t>(squares.a)), scale(bits<int32_t>(squares.b)));
         },
         dst, len, src);
   } else {

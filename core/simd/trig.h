@@ -10,13 +10,19 @@
 namespace vek::VEK_SLOT {
 namespace {
 
-// c[0] + c[1] z + c[2] z^2 + ...
+// c[0] + c[1] z + c[2] z^2 + ...; the long ones by even and odd terms apart: two chains, each half as long, keep the
+// units busy.
 template <int N>
 VEK_INLINE Pack<float> polynomial(Pack<float> z, const float (&c)[N]) {
-  Pack<float> p = broadcast(c[N - 1]);
+  if constexpr (N == 3) {
+    return (broadcast(c[2]) * z + broadcast(c[1])) * z + broadcast(c[0]);
+  } else {
+    const Pack<float> z2 = z * z;
+    Pack<float> p[2] = {broadcast(c[(N - 1) & ~1]), broadcast(c[((N - 2) & ~1) + 1])};
 #pragma GCC unroll 16
-  for (int i = N - 2; i >= 0; --i) p = p * z + broadcast(c[i]);
-  return p;
+    for (int i = N - 3; i >= 0; --i) p[i & 1] = p[i & 1] * z2 + broadcast(c[i]);
+    return p[0] + p[1] * z;
+  }
 }
 
 // ---- the angle of a point -------------------------------------------------------------------------------------------
@@ -32,20 +38,21 @@ constexpr float kHalfPiRest = -0x1.de12cap-26f;  // (pi/2 - kHalfPi) / kHalfPi
 // The quotient t of the smaller magnitude by the larger gives an angle in the first octant; the others are 0, pi/2 or
 // pi plus or minus that. The sum is ordered so that only its last addition rounds in the digits that count.
 VEK_INLINE Pack<float> angleOf(Pack<float> y, Pack<float> x) {
+  const Pack<float> one = broadcast(1.0f), halfPi = broadcast(kHalfPi);
   const Pack<float> ax = magnitude(x), ay = magnitude(y);
   // The order of the operands lets a NaN on either side reach the quotient.
   const Pack<float> large = maxOf(ay, ax), small = minOf(ax, ay);
-  // 0/0 counts as 0 and inf/inf as 1.
-  const Pack<float> equal = keep(large != zeros<float>(), broadcast(1.0f));
-  const Pack<float> t = select(small == large, equal, small / large);
+  // inf/inf counts as 1, and 0/0 as 0: where the quotient is NaN the minimum is its second operand, 1 or large's NaN.
+  const Pack<float> quotient = minOf(small / large, minOf(one, maxOf(one, large)));
+  const Mask<float> steep = ay > ax;
+  const Pack<float> side = signOf(x);
+  const Pack<float> t = keep(large != zeros<float>(), quotient) ^ signOf(bits<float>(steep)) ^ side;
   const Pack<float> z = t * t;
   const Pack<float> rest = t * z * polynomial(z, kArctan);
 
-  const Mask<float> steep = ay > ax, left = asMask<float>(signOf(bits<int32_t>(x)));
-  const Pack<float> base = select(steep, broadcast(kHalfPi), keep(left, broadcast(2 * kHalfPi)));
-  const Pack<float> turn = signOf(bits<float>(steep ^ left));
-  const Pack<float> angle = (base + (t ^ turn)) + (base * broadcast(kHalfPiRest) - (rest ^ turn));
-  return angle ^ signOf(y);
+  // pi/2 where y is the larger, else 0 or pi by the sign of x.
+  const Pack<float> base = halfPi - keep(~steep, halfPi ^ side);
+  return ((base + t) + (base * broadcast(kHalfPiRest) - rest)) ^ signOf(y);
 }
 
 // ---- sine and cosine --------------------------------------------------------------------------------------------------
@@ -56,7 +63,7 @@ struct Reduced {
   Pack<int32_t> quarter;
 };
 
-// sin r = r - r * z * S(z) and cos r = 1 - z/2 + z^2 * C(z), z = r^2, for |r| up to pi/4.
+// sin r = r - r * z * S(z) and cos r = 1 - z * (1/2 - z * C(z)), z = r^2, for |r| up to pi/4.
 constexpr float kSine[] = {0x1.555546p-3f, -0x1.110776p-7f, 0x1.9952fap-13f};
 constexpr float kCosine[] = {0x1.55554ap-5f, -0x1.6c0c28p-10f, 0x1.99e80cp-16f};
 
@@ -164,15 +171,14 @@ VEK_INLINE SineCosine sineCosineOf(Pack<float> angle) {
   const Pack<float> z = r.high * r.high;
   // What is taken from high is +0 where high is -0: a phase of -0 keeps its sign.
   const Pack<float> s = r.high - (r.high * z * polynomial(z, kSine) + r.excess);
-  const Pack<float> h = broadcast(0.5f) * z, first = broadcast(1.0f) - h;
-  // 1 - first - h is what rounding `first` lost.
-  const Pack<float> c = first + (((broadcast(1.0f) - first) - h) + (z * z * polynomial(z, kCosine) + r.high * r.excess));
+  // The excess, at most half an ulp of high, moves the cosine by less than a third of its own.
+  const Pack<float> c = broadcast(1.0f) - z * (broadcast(0.5f) - z * polynomial(z, kCosine));
 
-  const Mask<float> odd = asMask<float>(signOf(r.quarter << 31));
-  const Pack<int32_t> two = broadcast(int32_t(2));
-  const Pack<float> sineSign = bits<float>((r.quarter & two) << 30);
-  const Pack<float> cosineSign = bits<float>(((r.quarter + broadcast(int32_t(1))) & two) << 30);
-  return {select(odd, c, s) ^ sineSign, select(odd, s, c) ^ cosineSign};
+  // Odd quarters exchange the two; the quarter's bit 1 is the sign of the sine, bits 0 and 1 make that of the cosine.
+  const Pack<float> odd = bits<float>(r.quarter << 31);
+  const Pack<float> change = bits<float>(signOf(bits<int32_t>(odd))) & (s ^ c);
+  const Pack<float> sign = signOf(bits<float>(r.quarter << 30));
+  return {s ^ change ^ sign, c ^ change ^ (sign ^ odd)};
 }
 
 }  // namespace
