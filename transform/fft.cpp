@@ -90,10 +90,13 @@ void buildTables(FftSpec* spec, FftKind kind, int order) {
   const Roots roots(order);
   spec->complexTwiddles = table;
   makeComplexTable(table, m, roots, order);
-  if (isComplex(kind)) return;
   table += complexTableSize<T>(m);
-  spec->realTwiddles = table;
-  makeRealTable(table, order, roots);
+  if (!isComplex(kind)) {
+    spec->realTwiddles = table;
+    makeRealTable(table, order, roots);
+    table += realTableSize(order);
+  }
+  spec->tableEnd = reinterpret_cast<uint8_t*>(table);
 }
 
 void setNorm(FftSpec* spec, int flag, int order) {
@@ -233,18 +236,14 @@ VekStatus fftGetSize(FftKind kind, int order, int flag, int hint, int* pSpecSize
   return vekStsNoErr;
 }
 
-VekStatus fftInit(FftKind kind, FftSpec** pSpec, int order, int flag, int hint, uint8_t* pSpecBuffer,
-                  uint8_t* pInitBuffer) {
-  if (!pSpec) return vekStsNullPtrErr;
-  if (order < 0 || order > kFftLargestOrder) return vekStsFftOrderErr;
-  if (!pSpecBuffer) return vekStsNullPtrErr;
+FftSpec* fftPlace(FftKind kind, int order, int flag, int hint, uint8_t* pSpecBuffer) {
   FftSpec* spec = reinterpret_cast<FftSpec*>(align64(pSpecBuffer));
   *spec = FftSpec{};
   spec->order = order;
   spec->hint = hint;
   spec->tableArea = spec + 1;
-  if (!isFlag(flag)) return vekStsFftFlagErr;
-  if (order > kConstantOrder && !pInitBuffer) return vekStsNullPtrErr;
+  spec->tableEnd = reinterpret_cast<uint8_t*>(spec + 1);
+  if (!isFlag(flag)) return spec;
   setNorm(spec, flag, order);
   if (!isSmall(kind, order)) {
     if (partSize(kind) == 8) {
@@ -254,6 +253,18 @@ VekStatus fftInit(FftKind kind, FftSpec** pSpec, int order, int flag, int hint, 
     }
   }
   spec->id = kind;
+  return spec;
+}
+
+VekStatus fftInit(FftKind kind, FftSpec** pSpec, int order, int flag, int hint, uint8_t* pSpecBuffer,
+                  uint8_t* pInitBuffer) {
+  if (!pSpec) return vekStsNullPtrErr;
+  if (order < 0 || order > kFftLargestOrder) return vekStsFftOrderErr;
+  if (!pSpecBuffer) return vekStsNullPtrErr;
+  const bool ready = order <= kConstantOrder || pInitBuffer;
+  FftSpec* spec = fftPlace(kind, order, ready ? flag : 0, hint, pSpecBuffer);
+  if (!isFlag(flag)) return vekStsFftFlagErr;
+  if (!ready) return vekStsNullPtrErr;
   *pSpec = spec;
   return vekStsNoErr;
 }

@@ -51,8 +51,9 @@ struct FftSpec {
   void* bitRevTable;
   void* complexTwiddles;
   void* realTwiddles;
-  double scale64;  // `scale` before it was rounded
-  uint8_t reserved[64];
+  double scale64;     // `scale` before it was rounded
+  uint8_t* tableEnd;  // first byte behind the tables
+  uint8_t reserved[56];
 };
 static_assert(sizeof(FftSpec) == 144);
 
@@ -65,6 +66,10 @@ VekStatus fftGetSize(FftKind kind, int order, int flag, int hint, int* pSpecSize
 // order outside 0..28 (-15), pSpecBuffer null (-8), flag (-16), init buffer (-8).
 VekStatus fftInit(FftKind kind, FftSpec** pSpec, int order, int flag, int hint, uint8_t* pSpecBuffer,
                   uint8_t* pInitBuffer);
+
+// fftInit for callers that have checked their arguments: needs no init buffer, and fills the spec up to its tableEnd
+// only, which may be short of the stated size.
+FftSpec* fftPlace(FftKind kind, int order, int flag, int hint, uint8_t* pSpecBuffer);
 
 // The same in memory of its own (-9 if there is none), to be returned by fftFree.
 VekStatus fftInitAlloc(FftKind kind, FftSpec** pSpec, int order, int flag, int hint);

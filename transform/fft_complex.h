@@ -120,8 +120,6 @@ VEK_INLINE void join(Complex<T> (&y)[1 << Bits], const T* w) {
 
 // ---- passes ---------------------------------------------------------------------------------------------------------
 
-enum Direction { kForward, kInverse };
-
 VEK_INLINE int reverse3(int i) { return (i & 1) << 2 | (i & 2) | i >> 2; }
 
 // Tile column group: L columns of eight rows, transformed and stored as eight neighbours each at to + column * step.

@@ -34,6 +34,9 @@ struct RealRoots {
   }
 };
 
+VEK_INLINE int64_t realTableSize(int order) {
+  return order >= kTwoLevelOrder ? 2 * (kFineRoots + (int64_t(1) << (order - 12))) : int64_t(1) << (order - 1);
+}
 template <class T>
 VEK_NOINLINE void makeRealTable(T* table, int order, const Roots& roots) {
   constexpr int L = kLanes<T>;

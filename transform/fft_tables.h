@@ -12,6 +12,8 @@
 namespace vek::VEK_SLOT {
 namespace {
 
+enum Direction { kForward, kInverse };
+
 struct Root {
   double re, im;
 };

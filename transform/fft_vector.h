@@ -189,6 +189,30 @@ VEK_INLINE void storeReversed(T* last, Complex<T> x) {
   storeV(p, reversePairs<T>(unpackHighV(x.re, x.im, T())));
 }
 
+// Single precision: from the lane order of blocks to natural order and back; and to the opposite order.
+template <class R>
+VEK_INLINE R natural(R x) {
+  if constexpr (kAvx2) {
+    return (R)_mm256_permute4x64_pd((__m256d)x, 0xD8);
+  } else if constexpr (kAvx) {
+    const __m128d low = _mm256_castpd256_pd128((__m256d)x), high = _mm256_extractf128_pd((__m256d)x, 1);
+    return (R)_mm256_insertf128_pd(_mm256_castpd128_pd256(_mm_unpacklo_pd(low, high)), _mm_unpackhi_pd(low, high), 1);
+  } else {
+    return x;
+  }
+}
+template <class R>
+VEK_INLINE R reverseLanes(R x) {
+  if constexpr (kAvx2) {
+    return (R)_mm256_permutevar8x32_ps((__m256)x, _mm256_setr_epi32(7, 6, 5, 4, 3, 2, 1, 0));
+  } else if constexpr (kAvx) {
+    const __m256 y = _mm256_permute_ps((__m256)x, 0x1B);
+    return (R)_mm256_permute2f128_ps(y, y, 1);
+  } else {
+    return (R)_mm_shuffle_epi32((__m128i)x, 0x1B);
+  }
+}
+
 // Rows become columns: L registers of L lanes.
 template <class T>
 VEK_INLINE void transpose(Reg<T> (&r)[kLanes<T>]) {
