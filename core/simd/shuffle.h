@@ -126,6 +126,23 @@ VEK_INLINE Pack<T> addSubtract(Pack<T> a, Pack<T> b) {
   });
 }
 
+// Even 32-bit lanes from a, odd ones from b.
+template <class T>
+VEK_INLINE Pack<T> blendOdd(Pack<T> a, Pack<T> b) {
+  static_assert(sizeof(T) == 4);
+  return each<Pack<T>>([&](int i) VEK_LAMBDA {
+    using Reg = typename Pack<T>::Reg;
+    if constexpr (sizeof(Reg) == 32) {
+      return regCast<Reg>(_mm256_blend_ps((__m256)a.r[i], (__m256)b.r[i], 0xAA));
+    } else if constexpr (kSse41) {
+      return regCast<Reg>(_mm_blend_ps((__m128)a.r[i], (__m128)b.r[i], 0xA));
+    } else {
+      const __m128i odd = _mm_setr_epi32(0, -1, 0, -1);
+      return regCast<Reg>(_mm_or_si128(_mm_andnot_si128(odd, (__m128i)a.r[i]), _mm_and_si128(odd, (__m128i)b.r[i])));
+    }
+  });
+}
+
 // The product of interleaved complex numbers, every operation rounded:
 // (a.re * b.re - a.im * b.im, a.re * b.im + a.im * b.re).
 template <class T>
@@ -300,9 +317,15 @@ VEK_INLINE Two<T> deinterleave(Pack<T> a, Pack<T> b) {
       return {fromHalves<T>(even(a.r[0], a.r[1]), even(b.r[0], b.r[1])),
               fromHalves<T>(odd(a.r[0], a.r[1]), odd(b.r[0], b.r[1]))};
     } else {
-      const __m256 low = (__m256)_mm256_permute2f128_ps((__m256)a.r[0], (__m256)b.r[0], 0x20);
-      const __m256 high = (__m256)_mm256_permute2f128_ps((__m256)a.r[0], (__m256)b.r[0], 0x31);
-      return {{{regCast<Reg>(_mm256_shuffle_ps(low, high, 0x88))}}, {{regCast<Reg>(_mm256_shuffle_ps(low, high, 0xDD))}}};
+      const __m256 x = (__m256)a.r[0], y = (__m256)b.r[0];
+      if constexpr (kAvx2) {
+        // One crossing of the halves for each result, so that a caller who drops one does not pay for it.
+        const auto order = [](__m256 v) VEK_LAMBDA { return _mm256_permute4x64_epi64((__m256i)v, 0xD8); };
+        return {{{regCast<Reg>(order(_mm256_shuffle_ps(x, y, 0x88)))}}, {{regCast<Reg>(order(_mm256_shuffle_ps(x, y, 0xDD)))}}};
+      } else {
+        const __m256 low = _mm256_permute2f128_ps(x, y, 0x20), high = _mm256_permute2f128_ps(x, y, 0x31);
+        return {{{regCast<Reg>(_mm256_shuffle_ps(low, high, 0x88))}}, {{regCast<Reg>(_mm256_shuffle_ps(low, high, 0xDD))}}};
+      }
     }
   } else {
     if constexpr (Pack<T>::regs == 2) {
