@@ -25,7 +25,8 @@ VEK_INLINE void remember(FirState* state, const float* x, int64_t n) {
   state->historyAt = 0;
 }
 
-// ---- directly ---------------------------------------------------------------------------------------------------------
+// ---- directly
+// ---------------------------------------------------------------------------------------------------------
 
 // How many outputs are made from the delay buffer, where the history is followed by new samples: enough that all
 // others find their past in x, and whole packs of them where there is room.
@@ -77,7 +78,8 @@ VEK_INLINE void runDirect(FirState* state, const float* src, float* dst, int64_t
   }
 }
 
-// ---- through the transform --------------------------------------------------------------------------------------------
+// ---- through the transform
+// --------------------------------------------------------------------------------------------
 
 // Overlap-save: every block begins with the samples before its new ones, and its first outputs, wrapped around by the
 // transform, are left out. src and dst are apart.
@@ -100,10 +102,10 @@ VEK_INLINE VekStatus runBlocks(FirState* state, const float* src, float* dst, in
       takeSamples(src + C * (done - history), block, C * (history + count));
       clearSamples(block + C * (history + count), C * (step - count));
     }
-    VekStatus status = FirFft<Kind>::forward(samples, block, state->fft, state->fftWork);
+    VekStatus status = FirFft<Kind>::forward(samples, block, state->fft);
     if (status != vekStsNoErr) return status;
     FirFft<Kind>::multiply(static_cast<const T*>(state->spectrum), block, length);
-    status = FirFft<Kind>::inverse(block, block, state->fft, state->fftWork);
+    status = FirFft<Kind>::inverse(block, block, state->fft);
     if (status != vekStsNoErr) return status;
     giveSamples(block + C * history, dst + C * done, C * count);
   }
@@ -111,7 +113,8 @@ VEK_INLINE VekStatus runBlocks(FirState* state, const float* src, float* dst, in
   return vekStsNoErr;
 }
 
-// ---- choosing ---------------------------------------------------------------------------------------------------------
+// ---- choosing
+// ---------------------------------------------------------------------------------------------------------
 
 // In place, chunk by chunk. Which way a chunk takes is decided by how many samples remain behind it: states have
 // always worked so, and results depend on it.

@@ -32,7 +32,7 @@ struct FftSizes {
   int spec, init, work;  // bytes
 };
 
-// Transforms of flat samples, C of type T an element; only the inverse is scaled.
+// Transforms of flat samples, C of type T an element, in the destination alone; only the inverse is scaled.
 template <class T, int C>
 struct BlockFft {
   using E = typename FftElement<T, C>::type;
@@ -45,11 +45,11 @@ struct BlockFft {
     return fftInit(kind, spec, order, kFftNormInvByN, vekAlgHintNone, static_cast<uint8_t*>(specBuffer),
                    static_cast<uint8_t*>(initBuffer));
   }
-  static VekStatus forward(const T* src, T* dst, const FftSpec* spec, void* work) {
-    return fftForward(reinterpret_cast<const E*>(src), reinterpret_cast<E*>(dst), spec, static_cast<uint8_t*>(work));
+  static VekStatus forward(const T* src, T* dst, const FftSpec* spec) {
+    return fftForward(reinterpret_cast<const E*>(src), reinterpret_cast<E*>(dst), spec, nullptr);
   }
-  static VekStatus inverse(const T* src, T* dst, const FftSpec* spec, void* work) {
-    return fftInverse(reinterpret_cast<const E*>(src), reinterpret_cast<E*>(dst), spec, static_cast<uint8_t*>(work));
+  static VekStatus inverse(const T* src, T* dst, const FftSpec* spec) {
+    return fftInverse(reinterpret_cast<const E*>(src), reinterpret_cast<E*>(dst), spec, nullptr);
   }
   static void multiply(const T* src, T* srcDst, int64_t length) {
     fftMulSpectra(reinterpret_cast<const E*>(src), reinterpret_cast<E*>(srcDst), int(length));

@@ -35,7 +35,6 @@ VEK_INLINE FirState* layOut(char* start, int tapsLen, const FftPlan& plan, int64
   FirState* const state = parcel.take<FirState>(kFirHeaderBytes);
   if (plan.order) {
     part.fft = parcel.take<FftSpec>(plan.sizes.spec, 64);
-    part.fftWork = plan.sizes.work > 0 ? parcel.take(plan.sizes.work, 64) : nullptr;
     part.spectrum = parcel.take(plan.length() * Kind::bytes, 64);
     // Also the memory that the transform wants while it is made.
     part.block = parcel.take(larger(plan.length() * Kind::bytes, plan.sizes.init), 64);
@@ -70,7 +69,7 @@ VEK_INLINE VekStatus fill(FirState* state, const typename Kind::T* taps, int tap
     if (status != vekStsNoErr) return status;
     copySamples(taps, spectrum, C * int64_t(tapsLen));
     clearSamples(spectrum + C * int64_t(tapsLen), C * (plan.length() - tapsLen));
-    status = FirFft<Kind>::forward(spectrum, spectrum, state->fft, state->fftWork);
+    status = FirFft<Kind>::forward(spectrum, spectrum, state->fft);
     if (status != vekStsNoErr) return status;
     state->fftLen = int32_t(plan.length());
   }

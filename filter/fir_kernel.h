@@ -16,8 +16,8 @@ struct Run {
   int64_t count;
 };
 
-// Output i < n is the sum over all runs, rounded once to the type of y, which overlaps none of the samples. Only samples
-// that belong to an output are read, and each product appears in exactly the sums that it belongs to.
+// Output i < n is the sum over all runs, rounded once to the type of y, which overlaps none of the samples. Only
+// samples that belong to an output are read, and each product appears in exactly the sums that it belongs to.
 void slide(const Run<float>* runs, int64_t runCount, float* y, int64_t n);
 void slide(const Run<double>* runs, int64_t runCount, float* y, int64_t n);
 void slideComplex(const Run<float>* runs, int64_t runCount, float* y, int64_t n);

@@ -23,10 +23,9 @@ struct FirState {
   void* delay;      // past samples, oldest first, from historyAt on; new ones are put behind them
   int64_t historyAt;
   void* scratch;
-  FftSpec* fft;  // the transform, the taps' spectrum, one block of samples and the transform's work area
+  FftSpec* fft;  // the transform, the taps' spectrum, and one block of samples
   void* spectrum;
   void* block;
-  void* fftWork;
 };
 
 constexpr int64_t kFirHeaderBytes = 160;

@@ -22,7 +22,8 @@ struct OutputPhases {
   }
 };
 
-// ---- output by output -------------------------------------------------------------------------------------------------
+// ---- output by output
+// -------------------------------------------------------------------------------------------------
 
 template <class Kind>
 VEK_INLINE void runSingly(FirState* state, const RatePlan& plan, const float* src, float* dst, int64_t n) {
@@ -36,13 +37,14 @@ VEK_INLINE void runSingly(FirState* state, const RatePlan& plan, const float* sr
   OutputPhases at(state);
   for (int64_t i = 0; i < plan.up; ++i, at.next()) {
     const int64_t count = phases.count(at.phase);
-    strideKind<Kind>(taps + C * phases.before(at.phase), count, window + C * (history + at.input + 1 - count), plan.down,
-                     dst + C * i, plan.up, n);
+    strideKind<Kind>(taps + C * phases.before(at.phase), count, window + C * (history + at.input + 1 - count),
+                     plan.down, dst + C * i, plan.up, n);
   }
   copySamples(window + C * fresh, window, C * history);
 }
 
-// ---- by streams ---------------------------------------------------------------------------------------------------------
+// ---- by streams
+// ---------------------------------------------------------------------------------------------------------
 
 // Sample k * parts + p of `from` becomes sample k of part p, and back; parts lie `room` samples apart.
 template <int C, class From, class To>

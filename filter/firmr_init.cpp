@@ -111,25 +111,25 @@ VEK_INLINE VekStatus initAlloc(State** ppState, const Taps* taps, int tapsLen, R
 }  // namespace
 
 // With both factors 1 the filter is a single-rate one, the transform path included.
-#define VEK_FIRMR_INIT(KIND, NAME, SINGLE, STATE, TAPS, DATA)                                                     \
-  VekStatus NAME(STATE** ppState, const TAPS* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,      \
-                 int downPhase, const DATA* pDlyLine, Vek8u* pBuffer) {                                           \
-    const Rates r = {upFactor, upPhase, downFactor, downPhase};                                                   \
-    if (!ppState || !pTaps || !pBuffer) return vekStsNullPtrErr;                                                  \
-    const VekStatus status = checkRates(tapsLen, r);                                                              \
-    if (status != vekStsNoErr) return status;                                                                     \
-    if (upFactor == 1 && downFactor == 1) return ::SINGLE(ppState, pTaps, tapsLen, pDlyLine, pBuffer);            \
-    return init<KIND>(ppState, pTaps, tapsLen, r, pDlyLine, pBuffer);                                             \
+#define VEK_FIRMR_INIT(KIND, NAME, SINGLE, STATE, TAPS, DATA)                                                \
+  VekStatus NAME(STATE** ppState, const TAPS* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, \
+                 int downPhase, const DATA* pDlyLine, Vek8u* pBuffer) {                                      \
+    const Rates r = {upFactor, upPhase, downFactor, downPhase};                                              \
+    if (!ppState || !pTaps || !pBuffer) return vekStsNullPtrErr;                                             \
+    const VekStatus status = checkRates(tapsLen, r);                                                         \
+    if (status != vekStsNoErr) return status;                                                                \
+    if (upFactor == 1 && downFactor == 1) return ::SINGLE(ppState, pTaps, tapsLen, pDlyLine, pBuffer);       \
+    return init<KIND>(ppState, pTaps, tapsLen, r, pDlyLine, pBuffer);                                        \
   }
-#define VEK_FIRMR_INIT_ALLOC(KIND, NAME, SINGLE, STATE, TAPS, DATA)                                               \
-  VekStatus NAME(STATE** ppState, const TAPS* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,      \
-                 int downPhase, const DATA* pDlyLine) {                                                           \
-    const Rates r = {upFactor, upPhase, downFactor, downPhase};                                                   \
-    if (!ppState || !pTaps) return vekStsNullPtrErr;                                                              \
-    const VekStatus status = checkRates(tapsLen, r);                                                              \
-    if (status != vekStsNoErr) return status;                                                                     \
-    if (upFactor == 1 && downFactor == 1) return ::SINGLE(ppState, pTaps, tapsLen, pDlyLine);                     \
-    return initAlloc<KIND>(ppState, pTaps, tapsLen, r, pDlyLine);                                                 \
+#define VEK_FIRMR_INIT_ALLOC(KIND, NAME, SINGLE, STATE, TAPS, DATA)                                          \
+  VekStatus NAME(STATE** ppState, const TAPS* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, \
+                 int downPhase, const DATA* pDlyLine) {                                                      \
+    const Rates r = {upFactor, upPhase, downFactor, downPhase};                                              \
+    if (!ppState || !pTaps) return vekStsNullPtrErr;                                                         \
+    const VekStatus status = checkRates(tapsLen, r);                                                         \
+    if (status != vekStsNoErr) return status;                                                                \
+    if (upFactor == 1 && downFactor == 1) return ::SINGLE(ppState, pTaps, tapsLen, pDlyLine);                \
+    return initAlloc<KIND>(ppState, pTaps, tapsLen, r, pDlyLine);                                            \
   }
 
 VEK_FIRMR_INIT_ALLOC(Fir32f, veksFIRMRInitAlloc_32f, veksFIRInitAlloc_32f, VeksFIRState_32f, Vek32f, Vek32f)

@@ -19,9 +19,9 @@
  * serves one thread at a time.
  *
  * Class: rounded. The order of additions is fixed for a slot, a length and a position in the call, and differs between
- * slots. With S = sum of |taps[k] * x[n-k]|, an output of n taps is within about n * 2^-24 * S of the exact value for the
- * 32f and 32fc kinds and within 2^-24 * |y| + n * 2^-53 * S for the 64f and 64fc kinds. The transform path is of class
- * transform: its error is relative to the largest values that meet in a block, not to a single output.
+ * slots. With S = sum of |taps[k] * x[n-k]|, an output of n taps is within about n * 2^-24 * S of the exact value for
+ * the 32f and 32fc kinds and within 2^-24 * |y| + n * 2^-53 * S for the 64f and 64fc kinds. The transform path is of
+ * class transform: its error is relative to the largest values that meet in a block, not to a single output.
  */
 #ifndef VEK_FIR_H
 #define VEK_FIR_H
@@ -39,29 +39,25 @@ typedef struct VeksFIRState_32fc VeksFIRState_32fc;
 typedef struct VeksFIRState64f_32f VeksFIRState64f_32f;
 typedef struct VeksFIRState64fc_32fc VeksFIRState64fc_32fc;
 
-/* What the size functions below share: `tap` is the size of a tap in bytes, `fftTaps` the number of taps from which the
-   state holds a transform, of which a block then has fftLen elements. */
-static inline size_t vekFIRFftLength(int tapsLen) {
-  size_t f = 8;
+/* What the size functions below share: tapBytes is the size of a tap, fftTaps the number of taps from which the state
+   holds a transform, fftBytes the size of the transform's tables for each element of a block. */
+static inline size_t vekFIRStateSize(int tapsLen, size_t tapBytes, int fftTaps, size_t fftBytes) {
+  size_t f = 8, bytes = 271 + (4 * (size_t)tapsLen + 4096) * tapBytes;
   while (f <= (size_t)tapsLen * 2) f *= 2;
-  return f;
+  return tapsLen < fftTaps ? bytes : bytes + 4800 + (2 * tapBytes + fftBytes) * f;
 }
-static inline size_t vekFIRStateSize(int tapsLen, size_t tap, int fftTaps) {
-  size_t bytes = 63 + 160 + 48 + (4 * (size_t)tapsLen + 4096) * tap;
-  if (tapsLen >= fftTaps) bytes += 320 + VEK_FIR_FFT_BYTES;
-  return bytes;
-}
-static inline size_t vekFIRMRStateSize(int tapsLen, int upFactor, int downFactor, size_t tap) {
+static inline size_t vekFIRMRStateSize(int tapsLen, int upFactor, int downFactor, size_t tapBytes) {
   const size_t up = (size_t)upFactor, down = (size_t)downFactor, taps = (size_t)tapsLen;
-  return 63 + 160 + 48 + tap * (taps + (taps + up - 1) / up + down + (down > 4096 ? down : 4096) + (up > 4096 ? up : 4096));
+  const size_t most = (down > 4096 ? down : 4096) + (up > 4096 ? up : 4096);
+  return 271 + tapBytes * (taps + (taps + up - 1) / up + down + most);
 }
 
 /**
  * Bytes that the Init functions take from `pBuffer`, whatever its alignment. With F the smallest power of two above
- * 2 * tapsLen and t the size of a tap (4, 8, 8 and 16 bytes):
+ * 2 * tapsLen and, for the kinds 32f, 32fc, 64f and 64fc, t = 4, 8, 8, 16 and u = 9, 9, 17, 17:
  *
- *     271 + t * (4 * tapsLen + 4096)                             without a transform
- *     the same + 320 + 2 * t * F + (tables, see the code)        with one: from 64, 16, 32 and 16 taps up
+ *     271 + t * (4 * tapsLen + 4096)                               below 64, 16, 32, 16 taps
+ *     271 + t * (4 * tapsLen + 4096) + 4800 + (2 * t + u) * F      from there on
  *
  * and for multi-rate states
  *
@@ -69,10 +65,10 @@ static inline size_t vekFIRMRStateSize(int tapsLen, int upFactor, int downFactor
  *
  * except that both factors 1 make a single-rate state.
  */
-static inline size_t vekFIRBufferSize_32f(int tapsLen) { return vekFIRStateSize(tapsLen, 4, 64); }
-static inline size_t vekFIRBufferSize_32fc(int tapsLen) { return vekFIRStateSize(tapsLen, 8, 16); }
-static inline size_t vekFIRBufferSize64f_32f(int tapsLen) { return vekFIRStateSize(tapsLen, 8, 32); }
-static inline size_t vekFIRBufferSize64fc_32fc(int tapsLen) { return vekFIRStateSize(tapsLen, 16, 16); }
+static inline size_t vekFIRBufferSize_32f(int tapsLen) { return vekFIRStateSize(tapsLen, 4, 64, 9); }
+static inline size_t vekFIRBufferSize_32fc(int tapsLen) { return vekFIRStateSize(tapsLen, 8, 16, 9); }
+static inline size_t vekFIRBufferSize64f_32f(int tapsLen) { return vekFIRStateSize(tapsLen, 8, 32, 17); }
+static inline size_t vekFIRBufferSize64fc_32fc(int tapsLen) { return vekFIRStateSize(tapsLen, 16, 16, 17); }
 static inline size_t vekFIRMRBufferSize_32f(int tapsLen, int upFactor, int downFactor) {
   return upFactor == 1 && downFactor == 1 ? vekFIRBufferSize_32f(tapsLen)
                                           : vekFIRMRStateSize(tapsLen, upFactor, downFactor, 4);
@@ -99,8 +95,8 @@ static inline size_t vekFIRMRBufferSize64fc_32fc(int tapsLen, int upFactor, int 
  * @param pBuffer  memory for the state, of the size told by the vekFIRBufferSize function of the kind and at any
  *                 alignment; it must stay in place as long as the state is used
  * @return #vekStsNullPtrErr for a null pointer other than pDlyLine; #vekStsFIRLenErr for tapsLen below 1; InitAlloc:
- *         #vekStsMemAllocErr without memory; a status of the transform engine where tapsLen is beyond its lengths. In all
- *         these cases *ppState is untouched and nothing stays allocated
+ *         #vekStsMemAllocErr without memory; a status of the transform engine where tapsLen is beyond its lengths. In
+ * all these cases *ppState is untouched and nothing stays allocated
  * @{
  */
 VEK_API VekStatus veksFIRInitAlloc_32f(VeksFIRState_32f** ppState, const Vek32f* pTaps, int tapsLen,
@@ -136,22 +132,22 @@ VEK_API VekStatus veksFIRFree64fc_32fc(VeksFIRState64fc_32fc* pState);
 
 /**
  * @name Filtering
- * y[n] = sum over k < tapsLen of taps[k] * x[n-k], samples before the first coming from the state, which afterwards holds
- * the last samples of the call: a signal filtered in pieces gives what it gives as a whole.
+ * y[n] = sum over k < tapsLen of taps[k] * x[n-k], samples before the first coming from the state, which afterwards
+ * holds the last samples of the call: a signal filtered in pieces gives what it gives as a whole.
  *
- * Single-rate states read and write numIters samples. Long filters in long calls go through the transform: with at least
- * 64 (32f), 16 (32fc), 32 (64f) or 16 (64fc) taps, and more than 511 (32f, 64f) or 255 (32fc, 64fc) samples. In place the
- * samples go chunk by chunk, 4096 at a time, and it is the number of samples behind a chunk that is compared with 511 or
- * 255. Everywhere else a NaN or infinity in a sample reaches exactly the outputs whose sums contain it.
+ * Single-rate states read and write numIters samples. Long filters in long calls go through the transform: with at
+ * least 64 (32f), 16 (32fc), 32 (64f) or 16 (64fc) taps, and more than 511 (32f, 64f) or 255 (32fc, 64fc) samples. In
+ * place the samples go chunk by chunk, 4096 at a time, and it is the number of samples behind a chunk that is compared
+ * with 511 or 255. Everywhere else a NaN or infinity in a sample reaches exactly the outputs whose sums contain it.
  *
  * Multi-rate states read numIters * downFactor samples and write numIters * upFactor. Input n counts as sample
- * n * upFactor + upPhase of the up-sampled signal (zeros elsewhere), and output i of iteration m is the filtered value at
- * m * upFactor * downFactor + downPhase + i * downFactor.
+ * n * upFactor + upPhase of the up-sampled signal (zeros elsewhere), and output i of iteration m is the filtered value
+ * at m * upFactor * downFactor + downPhase + i * downFactor.
  *
- * @param pSrc,pDst arrays apart from each other, or one and the same; pSrcDst in place. In place a multi-rate call copies
- *                  its input aside in memory of its own
- * @return #vekStsNullPtrErr for a null pointer; #vekStsSizeErr for numIters below 1; #vekStsContextMatchErr for a state of
- *         another kind; multi-rate in place: #vekStsMemAllocErr without memory, nothing being changed
+ * @param pSrc,pDst arrays apart from each other, or one and the same; pSrcDst in place. In place a multi-rate call
+ * copies its input aside in memory of its own
+ * @return #vekStsNullPtrErr for a null pointer; #vekStsSizeErr for numIters below 1; #vekStsContextMatchErr for a state
+ * of another kind; multi-rate in place: #vekStsMemAllocErr without memory, nothing being changed
  * @{
  */
 VEK_API VekStatus veksFIR_32f(const Vek32f* pSrc, Vek32f* pDst, int numIters, VeksFIRState_32f* pState);
@@ -183,8 +179,8 @@ VEK_API VekStatus veksFIROne64fc_32fc(Vek32fc src, Vek32fc* pDstVal, VeksFIRStat
  * @param downFactor,downPhase inputs of an iteration; which of each downFactor filtered values is kept
  * @param pDlyLine             ceil(tapsLen / upFactor) past samples, newest first, or null for zeros
  * @param pBuffer              memory of the size told by the vekFIRMRBufferSize function of the kind
- * @return in this order: #vekStsNullPtrErr for a null pointer other than pDlyLine; #vekStsFIRLenErr for tapsLen below 1;
- *         #vekStsFIRMRFactorErr for a factor below 1; #vekStsFIRMRPhaseErr for a phase below 0 or not below its factor;
+ * @return in this order: #vekStsNullPtrErr for a null pointer other than pDlyLine; #vekStsFIRLenErr for tapsLen below
+ * 1; #vekStsFIRMRFactorErr for a factor below 1; #vekStsFIRMRPhaseErr for a phase below 0 or not below its factor;
  *         InitAlloc: #vekStsMemAllocErr without memory
  * @{
  */
@@ -199,8 +195,7 @@ VEK_API VekStatus veksFIRMRInitAlloc64fc_32fc(VeksFIRState64fc_32fc** ppState, c
                                               int upFactor, int upPhase, int downFactor, int downPhase,
                                               const Vek32fc* pDlyLine);
 VEK_API VekStatus veksFIRMRInit_32f(VeksFIRState_32f** ppState, const Vek32f* pTaps, int tapsLen, int upFactor,
-                                    int upPhase, int downFactor, int downPhase, const Vek32f* pDlyLine,
-                                    Vek8u* pBuffer);
+                                    int upPhase, int downFactor, int downPhase, const Vek32f* pDlyLine, Vek8u* pBuffer);
 VEK_API VekStatus veksFIRMRInit_32fc(VeksFIRState_32fc** ppState, const Vek32fc* pTaps, int tapsLen, int upFactor,
                                      int upPhase, int downFactor, int downPhase, const Vek32fc* pDlyLine,
                                      Vek8u* pBuffer);
