@@ -151,7 +151,7 @@ TYPED_TEST(Fir, InitStaysInsideABufferOfTheDocumentedSize) {
   using Kind = TypeParam;
   using Data = typename Kind::Data;
   inEverySlot([&](int) {
-    for (int taps : {1, 2, 15, 16, 31, 32, 63, 64, 127, 129, 1025, 2500}) {
+    for (int taps : {1, 2, 15, 16, 31, 32, 63, 64, 127, 129, 600, 1025, 2500}) {
       auto h = randomSignal<typename Kind::Tap>(size_t(taps));
       Stream<Data> x{randomSignal<Data>(size_t(taps)), randomSignal<Data>(600)};
       auto* owned = this->make(h, x.past.data());

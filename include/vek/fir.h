@@ -44,7 +44,7 @@ typedef struct VeksFIRState64fc_32fc VeksFIRState64fc_32fc;
 static inline size_t vekFIRStateSize(int tapsLen, size_t tapBytes, int fftTaps, size_t fftBytes) {
   size_t f = 8, bytes = 271 + (4 * (size_t)tapsLen + 4096) * tapBytes;
   while (f <= (size_t)tapsLen * 2) f *= 2;
-  return tapsLen < fftTaps ? bytes : bytes + 4800 + (2 * tapBytes + fftBytes) * f;
+  return tapsLen < fftTaps ? bytes : bytes + 6656 + (2 * tapBytes + fftBytes) * f;
 }
 static inline size_t vekFIRMRStateSize(int tapsLen, int upFactor, int downFactor, size_t tapBytes) {
   const size_t up = (size_t)upFactor, down = (size_t)downFactor, taps = (size_t)tapsLen;
@@ -57,7 +57,7 @@ static inline size_t vekFIRMRStateSize(int tapsLen, int upFactor, int downFactor
  * 2 * tapsLen and, for the kinds 32f, 32fc, 64f and 64fc, t = 4, 8, 8, 16 and u = 9, 9, 17, 17:
  *
  *     271 + t * (4 * tapsLen + 4096)                               below 64, 16, 32, 16 taps
- *     271 + t * (4 * tapsLen + 4096) + 4800 + (2 * t + u) * F      from there on
+ *     271 + t * (4 * tapsLen + 4096) + 6656 + (2 * t + u) * F      from there on
  *
  * and for multi-rate states
  *
