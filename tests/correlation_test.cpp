@@ -245,7 +245,8 @@ TEST(CorrelationPaths, NonFiniteElementsReachTheirResultsOnly) {
             ASSERT_TRUE(sameFiniteness(cross(spoilt, b, 150, lag), correlation(spoilt, b, lag, 150)));
             ASSERT_TRUE(sameFiniteness(cross(b, spoilt, 150, lag), correlation(b, spoilt, lag, 150)));
           }
-          ASSERT_TRUE(sameFiniteness(automatic(spoilt, la), correlation(spoilt, spoilt, 0, la)));
+          ASSERT_TRUE(
+              sameFiniteness(automatic(spoilt, std::min(la, 599)), correlation(spoilt, spoilt, 0, std::min(la, 599))));
         }
       }
     }
