@@ -133,16 +133,17 @@ double halfAway(double x, double low, double high) {
 template <class D, class P>
 std::vector<D> slopeReference(int len, P offset, P slope, double low, double high) {
   std::vector<D> y(len);
-  const auto index = [&](double bound) {
+  // A line that is nowhere a number passes no bound.
+  const auto index = [&](double bound, int never) {
     const P at = P((P(bound) - offset) * (1 / slope) + 1);
-    return at < 0 ? 0 : at >= P(2147483648.0) ? 2147483647 : int(at);
+    return std::isnan(at) ? never : at < 0 ? 0 : at >= P(2147483648.0) ? 2147483647 : int(at);
   };
   for (int n = 0; n < len; ++n) {
     const P x = P(offset + P(slope * P(n)));
     const double rounded = sizeof(D) == 4 && std::isnan(x) ? low : halfAway(x, low, high);
     y[n] = slope == 0 ? D(halfAway(offset, low, high)) : D(rounded);
-    if (slope > 0) y[n] = n >= index(high) ? D(high) : n < index(low) ? D(low) : y[n];
-    if (slope < 0) y[n] = n >= index(low) ? D(low) : n < index(high) ? D(high) : y[n];
+    if (slope > 0) y[n] = n >= index(high, INT32_MAX) ? D(high) : n < index(low, 0) ? D(low) : y[n];
+    if (slope < 0) y[n] = n >= index(low, INT32_MAX) ? D(low) : n < index(high, 0) ? D(high) : y[n];
   }
   return y;
 }
