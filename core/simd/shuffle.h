@@ -48,6 +48,21 @@ VEK_INLINE Pack<T> swapHalves(Pack<T> a) {
   }
 }
 
+// One lane of doubles in all lanes; `lane` is to be known once the call is inlined.
+template <class T>
+VEK_INLINE Pack<T> broadcastLane(Pack<T> a, int lane) {
+  static_assert(kSame<T, double>);
+  using Reg = typename Pack<T>::Reg;
+  if constexpr (Pack<T>::regs == 2) {
+    const __m128d h = (__m128d)a.r[lane / 2], x = lane % 2 ? _mm_unpackhi_pd(h, h) : _mm_unpacklo_pd(h, h);
+    return {{regCast<Reg>(x), regCast<Reg>(x)}};
+  } else {
+    const __m256d x = (__m256d)a.r[0];
+    const __m256d h = lane / 2 ? _mm256_permute2f128_pd(x, x, 0x11) : _mm256_permute2f128_pd(x, x, 0);
+    return {{regCast<Reg>(lane % 2 ? _mm256_permute_pd(h, 0xF) : _mm256_permute_pd(h, 0))}};
+  }
+}
+
 // ---- within 16-byte halves ------------------------------------------------------------------------------------------
 
 // Every half's 32-bit elements in the order given by the immediate (two bits an element, as in pshufd).
