@@ -1,0 +1,155 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "core/memory.h"
+#include "core/simd/checks.h"
+#include "filter/median_network.h"
+#include "filter/median_ranks.h"
+#include "vek.h"
+
+namespace vek::VEK_SLOT {
+namespace {
+
+// ---- the signal with its edge elements repeated
+// ------------------------------------------------------------------------
+
+// Elements from .. from + count - 1, where those below 0 are src[0] and those from len on are src[len - 1].
+template <class T>
+VEK_INLINE void copyRepeated(T* to, const T* src, int64_t len, int64_t from, int64_t count) {
+  const auto clamp = [count](int64_t k) VEK_LAMBDA { return k < 0 ? 0 : k > count ? count : k; };
+  const int64_t first = clamp(-from), last = clamp(len - from);
+  for (int64_t k = 0; k < first; ++k) to[k] = src[0];
+  if (first < last) __builtin_memcpy(to + first, src + from + first, size_t(last - first) * sizeof(T));
+  for (int64_t k = first > last ? first : last; k < count; ++k) to[k] = src[len - 1];
+}
+
+// Floats are filtered as integers of the same order; the mapping is its own inverse.
+template <class T>
+VEK_INLINE void mapOrder(T* v, int64_t n) {
+  if constexpr (kSame<T, float>) {
+    int32_t* const k = reinterpret_cast<int32_t*>(v);
+    mapPacks([](Pack<int32_t> x) VEK_LAMBDA { return x ^ bits<int32_t>(bits<uint32_t>(x >> 31) >> 1); }, k, n, k);
+  }
+}
+template <class T>
+struct OrderedType {
+  using Type = T;
+};
+template <>
+struct OrderedType<float> {
+  using Type = int32_t;
+};
+template <class T>
+using Ordered = typename OrderedType<T>::Type;
+
+// ---- short masks
+// --------------------------------------------------------------------------------------------------------
+
+constexpr int kNetworkMask = 31;
+
+template <class T>
+VEK_INLINE void slideShort(const T* window, T* dst, ptrdiff_t n, int mask) {
+  if (mask == 3) return slideNetwork<3>(window, dst, n, 3);
+  if (mask == 5) return slideNetwork<5>(window, dst, n, 5);
+  if (mask == 7) return slideNetwork<7>(window, dst, n, 7);
+  if (mask == 9) return slideNetwork<9>(window, dst, n, 9);
+  if (mask <= 15) return slideNetwork<15>(window, dst, n, mask);
+  return slideNetwork<31>(window, dst, n, mask);
+}
+
+// Piece by piece through a buffer, which keeps the elements that an output in place has overwritten.
+template <class T>
+VEK_NOINLINE void filterPieces(const T* src, T* dst, int64_t len, int64_t from, int64_t to, int mask) {
+  constexpr int64_t piece = 4096 / int64_t(sizeof(T));
+  const int64_t half = mask / 2;
+  alignas(64) T buffer[piece + kNetworkMask];
+  using K = Ordered<T>;
+  copyRepeated(buffer, src, len, from - half, 2 * half);
+  mapOrder(buffer, 2 * half);
+  for (int64_t i = from; i < to; i += piece) {
+    const int64_t count = to - i < piece ? to - i : piece;
+    copyRepeated(buffer + 2 * half, src, len, i + half, count);
+    mapOrder(buffer + 2 * half, count);
+    slideShort(reinterpret_cast<const K*>(buffer), reinterpret_cast<K*>(dst + i), count, mask);
+    mapOrder(dst + i, count);
+    __builtin_memmove(buffer, buffer + count, size_t(2 * half) * sizeof(T));
+  }
+}
+
+template <class T>
+VEK_INLINE void filterShort(const T* src, T* dst, int64_t len, int mask) {
+  filterPieces(src, dst, len, 0, len, mask);
+}
+
+// ---- long masks
+// ---------------------------------------------------------------------------------------------------------
+
+template <class T>
+VEK_INLINE VekStatus filterLong(const T* src, T* dst, int64_t len, int64_t mask) {
+  using K = Ordered<T>;
+  const int64_t half = mask / 2, padded = len + 2 * half;
+  const int64_t piece = rankPiece(len, mask);
+  if (!kSame<T, uint8_t> && piece + 2 * half > INT32_MAX) return vekStsMemAllocErr;
+  const int64_t signalBytes = (padded * int64_t(sizeof(T)) + 63) & -64;
+  char* const block = static_cast<char*>(allocate(signalBytes + slideBytes<K>(piece + 2 * half)));
+  if (block == nullptr) return vekStsMemAllocErr;
+  T* const signal = reinterpret_cast<T*>(block);
+  copyRepeated(signal, src, len, -half, padded);
+  mapOrder(signal, padded);
+  slideLong(reinterpret_cast<const K*>(signal), reinterpret_cast<K*>(dst), len, half, piece, block + signalBytes);
+  mapOrder(dst, len);
+  release(block);
+  return vekStsNoErr;
+}
+
+// ---- entries
+// ------------------------------------------------------------------------------------------------------------
+
+template <class T>
+VEK_INLINE VekStatus filterMedian(const T* src, T* dst, int len, int maskSize) {
+  if (const VekStatus s = checkVectors(len, src, dst)) return s;
+  if (maskSize < 1) return vekStsSizeErr;
+  const VekStatus done = maskSize % 2 == 0 ? vekStsEvenMedianMaskSize : vekStsNoErr;
+  int64_t mask = maskSize - (maskSize % 2 == 0);
+  if (mask == 1 || len < 3) {
+    if (src != dst) __builtin_memmove(dst, src, size_t(len) * sizeof(T));
+    return done;
+  }
+  // From a half mask of len - 1 on every window holds the whole vector; more repetitions, as many of either edge
+  // element, leave its median between the two, where it is.
+  const int64_t most = 2 * int64_t(len) - 1;
+  if (mask > most) mask = most;
+  if (mask > kNetworkMask) {
+    const VekStatus s = filterLong(src, dst, len, mask);
+    return s == vekStsNoErr ? done : s;
+  }
+  filterShort(src, dst, len, int(mask));
+  return done;
+}
+
+}  // namespace
+
+VekStatus veksFilterMedian_8u(const Vek8u* pSrc, Vek8u* pDst, int len, int maskSize) {
+  return filterMedian(pSrc, pDst, len, maskSize);
+}
+VekStatus veksFilterMedian_8u_I(Vek8u* pSrcDst, int len, int maskSize) {
+  return filterMedian(pSrcDst, pSrcDst, len, maskSize);
+}
+VekStatus veksFilterMedian_16s(const Vek16s* pSrc, Vek16s* pDst, int len, int maskSize) {
+  return filterMedian(pSrc, pDst, len, maskSize);
+}
+VekStatus veksFilterMedian_16s_I(Vek16s* pSrcDst, int len, int maskSize) {
+  return filterMedian(pSrcDst, pSrcDst, len, maskSize);
+}
+VekStatus veksFilterMedian_32s(const Vek32s* pSrc, Vek32s* pDst, int len, int maskSize) {
+  return filterMedian(pSrc, pDst, len, maskSize);
+}
+VekStatus veksFilterMedian_32s_I(Vek32s* pSrcDst, int len, int maskSize) {
+  return filterMedian(pSrcDst, pSrcDst, len, maskSize);
+}
+VekStatus veksFilterMedian_32f(const Vek32f* pSrc, Vek32f* pDst, int len, int maskSize) {
+  return filterMedian(pSrc, pDst, len, maskSize);
+}
+VekStatus veksFilterMedian_32f_I(Vek32f* pSrcDst, int len, int maskSize) {
+  return filterMedian(pSrcDst, pSrcDst, len, maskSize);
+}
+
+}  // namespace vek::VEK_SLOT
