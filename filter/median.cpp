@@ -21,12 +21,12 @@ VEK_INLINE void copyRepeated(T* to, const T* src, int64_t len, int64_t from, int
   for (int64_t k = first > last ? first : last; k < count; ++k) to[k] = src[len - 1];
 }
 
-// Floats are filtered as integers of the same order; the mapping is its own inverse.
+// Floats are filtered as integers of the same order where their own minima and maxima do not do.
 template <class T>
 VEK_INLINE void mapOrder(T* v, int64_t n) {
   if constexpr (kSame<T, float>) {
     int32_t* const k = reinterpret_cast<int32_t*>(v);
-    mapPacks([](Pack<int32_t> x) VEK_LAMBDA { return x ^ bits<int32_t>(bits<uint32_t>(x >> 31) >> 1); }, k, n, k);
+    mapPacks([](Pack<int32_t> x) VEK_LAMBDA { return floatOrder(x); }, k, n, k);
   }
 }
 template <class T>
@@ -43,40 +43,57 @@ using Ordered = typename OrderedType<T>::Type;
 // ---- short masks
 // --------------------------------------------------------------------------------------------------------
 
-constexpr int kNetworkMask = 31;
-
 template <class T>
-VEK_INLINE void slideShort(const T* window, T* dst, ptrdiff_t n, int mask) {
-  if (mask == 3) return slideNetwork<3>(window, dst, n, 3);
-  if (mask == 5) return slideNetwork<5>(window, dst, n, 5);
-  if (mask == 7) return slideNetwork<7>(window, dst, n, 7);
-  if (mask == 9) return slideNetwork<9>(window, dst, n, 9);
-  if (mask <= 15) return slideNetwork<15>(window, dst, n, mask);
-  return slideNetwork<31>(window, dst, n, mask);
+VEK_INLINE void slideRegisters(const T* window, T* dst, int64_t n, int mask) {
+  if (mask == 3) return slideNetwork<3>(window, dst, n);
+  if (mask == 5) return slideNetwork<5>(window, dst, n);
+  if (mask == 7) return slideNetwork<7>(window, dst, n);
+  return slideNetwork<9>(window, dst, n);
+}
+constexpr int kRegisterMask = 9;
+
+// A piece of the window's elements in a buffer, which is changed.
+template <class T>
+VEK_INLINE void slidePiece(T* window, T* dst, int64_t n, int mask) {
+  if (mask <= kRegisterMask) return slideRegisters(window, dst, n, mask);
+  using K = Ordered<T>;
+  const int half = mask / 2;
+  const K* const w = reinterpret_cast<const K*>(window);
+  if (half <= 8) {
+    slideLists<8>(w, reinterpret_cast<K*>(dst), n, half);
+  } else {
+    slideLists<16>(w, reinterpret_cast<K*>(dst), n, half);
+  }
+  mapOrder(dst, n);
 }
 
-// Piece by piece through a buffer, which keeps the elements that an output in place has overwritten.
+// Outputs from .. to - 1, piece by piece through a buffer: it repeats the edge elements, and keeps the elements that an
+// output in place has overwritten.
 template <class T>
 VEK_NOINLINE void filterPieces(const T* src, T* dst, int64_t len, int64_t from, int64_t to, int mask) {
   constexpr int64_t piece = 4096 / int64_t(sizeof(T));
   const int64_t half = mask / 2;
-  alignas(64) T buffer[piece + kNetworkMask];
-  using K = Ordered<T>;
+  const bool mapped = mask > kRegisterMask;
+  alignas(64) T buffer[piece + kListMask + kListSlack];
   copyRepeated(buffer, src, len, from - half, 2 * half);
-  mapOrder(buffer, 2 * half);
+  if (mapped) mapOrder(buffer, 2 * half);
   for (int64_t i = from; i < to; i += piece) {
     const int64_t count = to - i < piece ? to - i : piece;
     copyRepeated(buffer + 2 * half, src, len, i + half, count);
-    mapOrder(buffer + 2 * half, count);
-    slideShort(reinterpret_cast<const K*>(buffer), reinterpret_cast<K*>(dst + i), count, mask);
-    mapOrder(dst + i, count);
+    if (mapped) mapOrder(buffer + 2 * half, count);
+    __builtin_memset(buffer + 2 * half + count, 0, kListSlack * sizeof(T));
+    slidePiece(buffer, dst + i, count, mask);
     __builtin_memmove(buffer, buffer + count, size_t(2 * half) * sizeof(T));
   }
 }
 
 template <class T>
 VEK_INLINE void filterShort(const T* src, T* dst, int64_t len, int mask) {
-  filterPieces(src, dst, len, 0, len, mask);
+  const int64_t half = mask / 2;
+  if (src == dst || mask > kRegisterMask || len <= 4 * half) return filterPieces(src, dst, len, 0, len, mask);
+  filterPieces(src, dst, len, 0, half, mask);
+  slideRegisters(src, dst + half, len - 2 * half, mask);
+  filterPieces(src, dst, len, len - half, len, mask);
 }
 
 // ---- long masks
@@ -117,7 +134,7 @@ VEK_INLINE VekStatus filterMedian(const T* src, T* dst, int len, int maskSize) {
   // element, leave its median between the two, where it is.
   const int64_t most = 2 * int64_t(len) - 1;
   if (mask > most) mask = most;
-  if (mask > kNetworkMask) {
+  if (mask > kListMask) {
     const VekStatus s = filterLong(src, dst, len, mask);
     return s == vekStsNoErr ? done : s;
   }
