@@ -89,10 +89,10 @@ VEK_NOINLINE void filterPieces(const T* src, T* dst, int64_t len, int64_t from, 
 
 template <class T>
 VEK_INLINE void filterShort(const T* src, T* dst, int64_t len, int mask) {
-  const int64_t half = mask / 2;
-  if (src == dst || mask > kRegisterMask || len <= 4 * half) return filterPieces(src, dst, len, 0, len, mask);
-  filterPieces(src, dst, len, 0, half, mask);
-  slideRegisters(src, dst + half, len - 2 * half, mask);
+  const int64_t half = mask / 2, aligned = half + toAlignment(dst + half);
+  if (src == dst || mask > kRegisterMask || len <= 4 * half + 32) return filterPieces(src, dst, len, 0, len, mask);
+  filterPieces(src, dst, len, 0, aligned, mask);
+  slideRegisters(src + aligned - half, dst + aligned, len - half - aligned, mask);
   filterPieces(src, dst, len, len - half, len, mask);
 }
 

@@ -79,22 +79,39 @@ VEK_NOINLINE void medianBlockBits(float* d, const float* s) {
   store(d, bits<float>(floatOrder(medianOf<M>(v))));
 }
 
-// True if none of the L + M - 1 floats (a multiple of packs, M - 1 more) is a NaN or -0: the minimum and maximum of
-// floats order all others like integers.
-template <int L, int M>
+// Lanes where either float is a NaN.
+template <class T>
+VEK_INLINE Mask<T> unordered(Pack<T> a, Pack<T> b) {
+  return each<Mask<T>>([&](int i) VEK_LAMBDA {
+    using Reg = typename Mask<T>::Reg;
+    if constexpr (sizeof(Reg) == 32) {
+      return regCast<Reg>(_mm256_cmp_ps((__m256)a.r[i], (__m256)b.r[i], _CMP_UNORD_Q));
+    } else {
+      return regCast<Reg>(_mm_cmpunord_ps((__m128)a.r[i], (__m128)b.r[i]));
+    }
+  });
+}
+
+// True if no float that N packs of outputs read is a NaN or -0: all others keep the order of integers under the minimum
+// and maximum of floats.
+template <int N, int M>
 VEK_INLINE bool isPlain(const float* s) {
   constexpr int lanes = Pack<float>::lanes;
   static_assert(M <= lanes + 1);
-  Pack<float> x = load(s + L - lanes + M - 1);
-  Pack<int32_t> least = bits<int32_t>(x);
-  Mask<float> nans = x != x;
+  Pack<float> last = load(s + (N - 1) * lanes + M - 1);
+  Pack<float> marks = zeros<float>();  // sign bits tell
+  // Only -0 loses its sign bit when 1 is taken from it as an integer.
+  const auto signLost = [](Pack<float> x)
+                            VEK_LAMBDA { return x & bits<float>(~(bits<int32_t>(x) + broadcast(int32_t(-1)))); };
 #pragma GCC unroll 4
-  for (int k = 0; k < L; k += lanes) {
-    x = load(s + k);
-    nans = nans | (x != x);
-    least = minOf(least, bits<int32_t>(x));
+  for (int k = 0; k < N; ++k) {
+    const Pack<float> x = load(s + k * lanes);
+    if (k % 2 == 0) marks = marks | bits<float>(unordered(x, last));
+    marks = marks | signLost(x);
+    last = x;
   }
-  return !any(nans | asMask<float>(bits<float>(least == broadcast(int32_t(0x80000000)))));
+  if (N % 2 == 0) marks = marks | bits<float>(unordered(last, last));
+  return laneBits(asMask<float>(marks | signLost(load(s + (N - 1) * lanes + M - 1)))) == 0;
 }
 
 // Packs of outputs at a time.
@@ -104,7 +121,7 @@ template <int M, class T>
 VEK_INLINE void medianBlocks(T* d, const T* s) {
   constexpr int lanes = Pack<T>::lanes;
   if constexpr (kSame<T, float>) {
-    if (!isPlain<kMedianUnroll * lanes, M>(s)) {
+    if (!isPlain<kMedianUnroll, M>(s)) {
       for (int k = 0; k < kMedianUnroll; ++k) medianBlockBits<M>(d + k * lanes, s + k * lanes);
       return;
     }
