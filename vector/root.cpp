@@ -95,9 +95,7 @@ VEK_INLINE void squareScaled(const Vek16s* src, Vek16s* dst, int len, int scaleF
     const int left = scaleFactor < -15 ? 15 : -scaleFactor;
     const int root = largestRoot(left, 32767);
     const P most = broadcast(int16_t(root)), least = broadcast(int16_t(-root)), end = broadcast(int16_t(32767));
-    // What does not saturate has a clear top bit; ones everywhere else are the largest value.
-    mapPacks([=](P x) VEK_LAMBDA { return (((x * x) << left) | bits<int16_t>((x > most) | (x < least))) & end; }, dst,
-             len, src);
+    mapPacks([=](P x) VEK_LAMBDA { return select((x > most) | (x < least), end, (x * x) << left); }, dst, len, src);
   }
 }
 
