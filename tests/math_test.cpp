@@ -11,7 +11,7 @@
 namespace vektest {
 namespace {
 
-// ---- position -------------------------------------------------------------------------------------------------------
+// ---- position ------------------------------------------------------------------------------------------------------
 
 // A function of one or two sources with one or two results. `want` gives the same for n elements.
 template <class S, class D>
@@ -173,7 +173,7 @@ TEST(Math, ScaledAndPolarFormsAgreeEverywhere) {
   checkPositions(toPolarC);
 }
 
-// ---- integers, every value at every scale factor --------------------------------------------------------------------
+// ---- integers, every value at every scale factor -------------------------------------------------------------------
 
 // Long double tells every case apart: a root is at least 2^-33 of itself away from a tie that it does not meet.
 template <class T>
@@ -211,7 +211,7 @@ TEST(Math, ScaledFormsOfEveryValue) {
   checkEveryValue<Vek16s>(veksSqr_16s_Sfs, veksSqrt_16s_Sfs);
 }
 
-// ---- accuracy of the float forms ------------------------------------------------------------------------------------
+// ---- accuracy of the float forms -----------------------------------------------------------------------------------
 
 float fromBits(uint32_t u) {
   float x;
@@ -309,7 +309,7 @@ TEST(Math, ComplexSquareRootIsPrincipalAndAccurate) {
   });
 }
 
-// ---- bit patterns and statuses --------------------------------------------------------------------------------------
+// ---- bit patterns and statuses -------------------------------------------------------------------------------------
 
 TEST(Math, RootsOfNegativeElements) {
   inEverySlot([&](int) {

@@ -10,7 +10,7 @@ namespace {
 
 constexpr int kFloats = Pack<float>::lanes;
 
-// ---- absolute values ------------------------------------------------------------------------------------------------
+// ---- absolute values -----------------------------------------------------------------------------------------------
 
 // Floats keep every other bit; of the integers the most negative gives the most positive.
 VEK_INLINE Pack<float> absolute(Pack<float> x) { return magnitude(x); }
@@ -27,7 +27,7 @@ VEK_INLINE VekStatus absolute(const T* src, T* dst, int len) {
   return vekStsNoErr;
 }
 
-// ---- squares --------------------------------------------------------------------------------------------------------
+// ---- squares -------------------------------------------------------------------------------------------------------
 
 // Values >= 0 divided by 2^shift, shift >= 1, and rounded to nearest, ties to even: just less than a half is added, and
 // one more where the quotient is odd. The sum must not overflow.
@@ -118,7 +118,7 @@ VEK_INLINE VekStatus square(const Vek32fc* src, Vek32fc* dst, int len) {
   return vekStsNoErr;
 }
 
-// ---- square roots of integers ---------------------------------------------------------------------------------------
+// ---- square roots of integers --------------------------------------------------------------------------------------
 
 // 2^exponent, -126 <= exponent <= 127.
 VEK_INLINE float powerOfTwo(int exponent) {
@@ -188,7 +188,7 @@ VEK_INLINE VekStatus rootScaled(const T* src, T* dst, int len, int scaleFactor) 
   return any(signs < zeros<int16_t>()) ? vekStsSqrtNegArg : vekStsNoErr;
 }
 
-// ---- square roots of floats -----------------------------------------------------------------------------------------
+// ---- square roots of floats ----------------------------------------------------------------------------------------
 
 VEK_INLINE VekStatus root(const Vek32f* src, Vek32f* dst, int len) {
   if (const VekStatus s = checkVectors(len, src, dst)) return s;
@@ -237,7 +237,7 @@ VEK_INLINE VekStatus root(const Vek32fc* src, Vek32fc* dst, int len) {
   return vekStsNoErr;
 }
 
-// ---- normalisation --------------------------------------------------------------------------------------------------
+// ---- normalisation -------------------------------------------------------------------------------------------------
 
 VEK_INLINE VekStatus checkNormalize(const void* src, const void* dst, int len, float div) {
   if (const VekStatus s = checkVectors(len, src, dst)) return s;

@@ -26,7 +26,7 @@ VEK_INLINE Pack<float> polynomial(Pack<float> z, const float (&c)[N]) {
   return (tail * z + broadcast(c[1])) * z + broadcast(c[0]);
 }
 
-// ---- the angle of a point -------------------------------------------------------------------------------------------
+// ---- the angle of a point ------------------------------------------------------------------------------------------
 
 // Minimax in relative error: arctan t = t - t * z * P(z), z = t^2, for t in [0, 1].
 constexpr float kArctan[] = {0x1.5554dcp-2f, -0x1.9978ecp-3f, 0x1.230a96p-3f, -0x1.b4def2p-4f,
@@ -55,8 +55,7 @@ VEK_INLINE Pack<float> angleOf(Pack<float> y, Pack<float> x) {
   return ((base + t) + (base * broadcast(kHalfPiRest) - rest)) ^ signOf(y);
 }
 
-// ---- sine and cosine
-// --------------------------------------------------------------------------------------------------
+// ---- sine and cosine -----------------------------------------------------------------------------------------------
 
 // An angle as quarter * pi/2 + high - excess, |high| within a little of pi/4; quarter counts modulo 4.
 struct Reduced {
@@ -172,7 +171,7 @@ VEK_INLINE SineCosine sineCosineOf(Pack<float> angle) {
   const Pack<float> z = r.high * r.high;
   // What is taken from high is +0 where high is -0: a phase of -0 keeps its sign.
   const Pack<float> s = r.high - (r.high * z * polynomial(z, kSine) + r.excess);
-  // The excess, at most half an ulp of high, moves the cosine by less than a third of its own.
+  // The excess, at most half an ulp of high, moves the cosine by less than a third of an ulp and is left out.
   const Pack<float> c = broadcast(1.0f) - z * (broadcast(0.5f) - z * polynomial(z, kCosine));
 
   // Odd quarters exchange the two; the quarter's bit 1 is the sign of the sine, bits 0 and 1 make that of the cosine.
