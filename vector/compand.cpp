@@ -180,52 +180,32 @@ VEK_INLINE VekStatus encodeFloat(const float* src, uint8_t* dst, int len) {
 
 // ---- transcoding ----------------------------------------------------------------------------------------------------
 
-// A table of 128 entries by eight lookups: with the seven bits of the index reduced by 16 k, lookup k gives 0 where the
-// index lies before row k (the top bit is set) and entry (index & 15) elsewhere. Row k holds the difference to the row
-// before, so that the exclusive or of all lookups is the entry wanted. Entries are differences to the index, which
-// leaves the last rows empty.
-template <Law From>
-constexpr Table<uint8_t, 128> makeSteps() {
-  constexpr int in = From == Law::kA ? kALawInversion : kMuLawInversion;
-  constexpr int out = From == Law::kA ? kMuLawInversion : kALawInversion;
-  Table<uint8_t, 128> entries{}, t{};
-  for (int i = 0; i < 128; ++i) {
-    const int code = From == Law::kA ? kALawToMuLaw[i ^ in] : kMuLawToALaw[i ^ in];
-    entries.x[i] = uint8_t((code & 127) ^ out ^ i);
-  }
-  for (int i = 0; i < 128; ++i) t.x[i] = uint8_t(entries.x[i] ^ (i < 16 ? 0 : entries.x[i - 16]));
-  return t;
-}
-template <Law From>
-struct Steps {
-  static constexpr Table<uint8_t, 128> all = makeSteps<From>();
-  static constexpr bool emptyRow(int k) {
-    for (int i = 0; i < 16; ++i)
-      if (all.x[16 * k + i] != 0) return false;
-    return true;
-  }
+// With sign and inversion taken off, either table is a chain of straight pieces of slope 1 joined by short ones of slope 2
+// or 1/2, no more than one joint in any 16 entries: the upper nibble says which pieces meet there.
+struct Joints {
+  uint8_t offset[16], bend[16];
 };
+constexpr Joints kALawJoints = {{8, 8, 4, 2, 1, 0, 0, 0}, {255, 39, 51, 65, 255, 255, 255, 255}};
+constexpr Joints kMuLawJoints = {{16, 8, 4, 2, 1, 0, 0, 0}, {0, 0, 40, 51, 0, 81, 0, 0}};
 
-template <Law From, int K>
-VEK_INLINE Pack<uint8_t> addRow(Pack<uint8_t> sum, Pack<uint8_t> index) {
-  if constexpr (Steps<From>::emptyRow(K)) {
-    return sum;
-  } else {
-    constexpr const uint8_t* row = &Steps<From>::all.x[16 * K];
-    return sum ^ lookup(*reinterpret_cast<const uint8_t(*)[16]>(row), index - broadcast(uint8_t(16 * K)));
-  }
+VEK_INLINE Pack<uint8_t> muLawIndex(Pack<uint8_t> a, Pack<uint8_t> row) {
+  const Pack<uint8_t> straight = a + lookup(kALawJoints.offset, row);
+  const Pack<uint8_t> halved = averageUp(a, lookup(kALawJoints.bend, row));
+  return minOf(minOf(straight, halved), a + a + broadcast(uint8_t(1)));
+}
+VEK_INLINE Pack<uint8_t> aLawIndex(Pack<uint8_t> m, Pack<uint8_t> row) {
+  const Pack<uint8_t> straight = subSaturated(m, lookup(kMuLawJoints.offset, row));
+  const Pack<uint8_t> doubled = subSaturated(m + m, lookup(kMuLawJoints.bend, row));
+  return maxOf(minOf(straight, doubled), m - averageUp(m, zeros<uint8_t>()));
 }
 
 template <Law From>
 VEK_INLINE Pack<uint8_t> transcodePack(Pack<uint8_t> codes) {
   constexpr uint8_t in = From == Law::kA ? kALawInversion : kMuLawInversion;
-  constexpr uint8_t both = kALawInversion ^ kMuLawInversion;
   const Pack<uint8_t> index = (codes & broadcast(uint8_t(127))) ^ broadcast(in);
-  Pack<uint8_t> r = codes ^ broadcast(both);
-  r = addRow<From, 0>(r, index), r = addRow<From, 1>(r, index), r = addRow<From, 2>(r, index);
-  r = addRow<From, 3>(r, index), r = addRow<From, 4>(r, index), r = addRow<From, 5>(r, index);
-  r = addRow<From, 6>(r, index), r = addRow<From, 7>(r, index);
-  return r;
+  const Pack<uint8_t> row = bits<uint8_t>(bits<uint16_t>(index) >> 4) & broadcast(uint8_t(15));
+  const Pack<uint8_t> out = From == Law::kA ? muLawIndex(index, row) : aLawIndex(index, row);
+  return out ^ (codes ^ index) ^ broadcast(uint8_t(kALawInversion ^ kMuLawInversion));
 }
 
 template <Law From>
