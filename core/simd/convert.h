@@ -132,6 +132,20 @@ VEK_INLINE Pack<D> narrowSaturated(Pack<S> a, Pack<S> b) {
   }
 }
 
+// The same within each 16-byte half: the order that interleaveInHalves gives, undone.
+template <class D, class S>
+VEK_INLINE Pack<D> narrowInHalves(Pack<S> a, Pack<S> b) {
+  static_assert((kSame<S, int32_t> && kSame<D, int16_t>) || (kSame<S, int16_t> && kSame<D, uint8_t>));
+  return each<Pack<D>>([&](int i) VEK_LAMBDA {
+    using Reg = typename Pack<D>::Reg;
+    if constexpr (sizeof(S) == 4) {
+      VEK_INTRINSIC(_mm256_packs_epi32, _mm_packs_epi32, __m256i, __m128i, Reg, (Raw)a.r[i], (Raw)b.r[i])
+    } else {
+      VEK_INTRINSIC(_mm256_packus_epi16, _mm_packus_epi16, __m256i, __m128i, Reg, (Raw)a.r[i], (Raw)b.r[i])
+    }
+  });
+}
+
 // Four packs of 32-bit values to one of 8-bit ones, each clamped to the range of D.
 template <class D>
 VEK_INLINE Pack<D> narrowQuarter(Group<int32_t, 4> a) {
