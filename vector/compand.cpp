@@ -60,25 +60,24 @@ struct Decoder {
   }
 };
 template <Law L>
-constexpr Table<int16_t, 256> kValues = Decoder<L>::values();
-template <Law L>
-constexpr Table<uint8_t, 16> kPowers = Decoder<L>::powers();
-template <Law L>
-constexpr Table<uint8_t, 16> kSteps = Decoder<L>::steps();
-template <Law L>
-constexpr Table<uint8_t, 16> kOffsets = Decoder<L>::offsets();
+struct Tables {
+  static constexpr Table<int16_t, 256> values = Decoder<L>::values();
+  static constexpr Table<uint8_t, 16> powers = Decoder<L>::powers();
+  static constexpr Table<uint8_t, 16> steps = Decoder<L>::steps();
+  static constexpr Table<uint8_t, 16> offsets = Decoder<L>::offsets();
+};
 
 // 32 codes to 32 values.
 template <Law L>
 VEK_INLINE Group<int16_t, 2> decodePack(Pack<uint8_t> codes) {
   const Pack<uint8_t> c = beforeUnpack(codes), low = broadcast(uint8_t(15));
   const Pack<uint8_t> upper = bits<uint8_t>(bits<uint16_t>(c) >> 4) & low;
-  const Pack<uint8_t> power = lookup(kPowers<L>.x, upper);
-  Pack<uint8_t> step = lookup(kSteps<L>.x, c & low);
+  const Pack<uint8_t> power = lookup(Tables<L>::powers.x, upper);
+  Pack<uint8_t> step = lookup(Tables<L>::steps.x, c & low);
   // No code compares as zero once its lowest bit is set, so every step gets a sign: minus that of the code.
   const Pack<int8_t> sign = bits<int8_t>(c | broadcast(uint8_t(1)));
   if constexpr (L == Law::kA) {
-    step = step | lookup(kOffsets<L>.x, upper);
+    step = step | lookup(Tables<L>::offsets.x, upper);
     const Pack<int8_t> s = withSign(zeros<int8_t>() - bits<int8_t>(step), sign);
     const Two<uint8_t> powers = unpackBytes(power, power), factors = unpackBytes(bits<uint8_t>(s), bits<uint8_t>(s));
     return {{mulAddBytes(powers.a, bits<int8_t>(factors.a)), mulAddBytes(powers.b, bits<int8_t>(factors.b))}};
@@ -97,7 +96,7 @@ VEK_INLINE VekStatus decode16(const uint8_t* src, int16_t* dst, int len) {
   if constexpr (kSsse3) {
     sweep<32>([](int16_t* d, const uint8_t* c) VEK_LAMBDA { storeGroup(d, decodePack<L>(load(c))); }, dst, len, src);
   } else {
-    for (int i = 0; i < len; ++i) dst[i] = kValues<L>.x[src[i]];
+    for (int i = 0; i < len; ++i) dst[i] = Tables<L>::values.x[src[i]];
   }
   return vekStsNoErr;
 }
@@ -117,7 +116,7 @@ VEK_INLINE VekStatus decodeFloat(const uint8_t* src, float* dst, int len) {
         },
         dst, len, src);
   } else {
-    for (int i = 0; i < len; ++i) dst[i] = float(kValues<L>.x[src[i]]) * unit;
+    for (int i = 0; i < len; ++i) dst[i] = float(Tables<L>::values.x[src[i]]) * unit;
   }
   return vekStsNoErr;
 }
@@ -180,23 +179,25 @@ VEK_INLINE VekStatus encodeFloat(const float* src, uint8_t* dst, int len) {
 
 // ---- transcoding ----------------------------------------------------------------------------------------------------
 
-// With sign and inversion taken off, either table is a chain of straight pieces of slope 1 joined by short ones of slope 2
-// or 1/2, no more than one joint in any 16 entries: the upper nibble says which pieces meet there.
+// With sign and inversion taken off, either table is a chain of straight pieces of slope 1 joined by short ones of
+// slope 2 or 1/2, no more than one joint in any 16 entries: the upper nibble says which pieces meet there.
 struct Joints {
   uint8_t offset[16], bend[16];
 };
 constexpr Joints kALawJoints = {{8, 8, 4, 2, 1, 0, 0, 0}, {255, 39, 51, 65, 255, 255, 255, 255}};
 constexpr Joints kMuLawJoints = {{16, 8, 4, 2, 1, 0, 0, 0}, {0, 0, 40, 51, 0, 81, 0, 0}};
 
-VEK_INLINE Pack<uint8_t> muLawIndex(Pack<uint8_t> a, Pack<uint8_t> row) {
-  const Pack<uint8_t> straight = a + lookup(kALawJoints.offset, row);
-  const Pack<uint8_t> halved = averageUp(a, lookup(kALawJoints.bend, row));
-  return minOf(minOf(straight, halved), a + a + broadcast(uint8_t(1)));
-}
-VEK_INLINE Pack<uint8_t> aLawIndex(Pack<uint8_t> m, Pack<uint8_t> row) {
-  const Pack<uint8_t> straight = subSaturated(m, lookup(kMuLawJoints.offset, row));
-  const Pack<uint8_t> doubled = subSaturated(m + m, lookup(kMuLawJoints.bend, row));
-  return maxOf(minOf(straight, doubled), m - averageUp(m, zeros<uint8_t>()));
+template <Law From>
+VEK_INLINE Pack<uint8_t> otherIndex(Pack<uint8_t> x, Pack<uint8_t> row) {
+  if constexpr (From == Law::kA) {
+    const Pack<uint8_t> straight = x + lookup(kALawJoints.offset, row);
+    const Pack<uint8_t> halved = averageUp(x, lookup(kALawJoints.bend, row));
+    return minOf(minOf(straight, halved), x + x + broadcast(uint8_t(1)));
+  } else {
+    const Pack<uint8_t> straight = subSaturated(x, lookup(kMuLawJoints.offset, row));
+    const Pack<uint8_t> doubled = subSaturated(x + x, lookup(kMuLawJoints.bend, row));
+    return maxOf(minOf(straight, doubled), x - averageUp(x, zeros<uint8_t>()));
+  }
 }
 
 template <Law From>
@@ -204,8 +205,7 @@ VEK_INLINE Pack<uint8_t> transcodePack(Pack<uint8_t> codes) {
   constexpr uint8_t in = From == Law::kA ? kALawInversion : kMuLawInversion;
   const Pack<uint8_t> index = (codes & broadcast(uint8_t(127))) ^ broadcast(in);
   const Pack<uint8_t> row = bits<uint8_t>(bits<uint16_t>(index) >> 4) & broadcast(uint8_t(15));
-  const Pack<uint8_t> out = From == Law::kA ? muLawIndex(index, row) : aLawIndex(index, row);
-  return out ^ (codes ^ index) ^ broadcast(uint8_t(kALawInversion ^ kMuLawInversion));
+  return otherIndex<From>(index, row) ^ (codes ^ index) ^ broadcast(uint8_t(kALawInversion ^ kMuLawInversion));
 }
 
 template <Law From>
