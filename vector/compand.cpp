@@ -67,6 +67,15 @@ struct Tables {
   static constexpr Table<uint8_t, 16> offsets = Decoder<L>::offsets();
 };
 
+// By memory table; the array may lie at any address.
+template <class D, class F>
+VEK_INLINE void lookUpEach(D* dst, int len, const uint8_t* src, F f) {
+  for (int i = 0; i < len; ++i) {
+    const D x = f(src[i]);
+    __builtin_memcpy(dst + i, &x, sizeof x);
+  }
+}
+
 // 32 codes to 32 values.
 template <Law L>
 VEK_INLINE Group<int16_t, 2> decodePack(Pack<uint8_t> codes) {
@@ -96,7 +105,7 @@ VEK_INLINE VekStatus decode16(const uint8_t* src, int16_t* dst, int len) {
   if constexpr (kSsse3) {
     sweep<32>([](int16_t* d, const uint8_t* c) VEK_LAMBDA { storeGroup(d, decodePack<L>(load(c))); }, dst, len, src);
   } else {
-    for (int i = 0; i < len; ++i) dst[i] = Tables<L>::values.x[src[i]];
+    lookUpEach(dst, len, src, [](uint8_t c) VEK_LAMBDA { return Tables<L>::values.x[c]; });
   }
   return vekStsNoErr;
 }
@@ -116,7 +125,7 @@ VEK_INLINE VekStatus decodeFloat(const uint8_t* src, float* dst, int len) {
         },
         dst, len, src);
   } else {
-    for (int i = 0; i < len; ++i) dst[i] = float(Tables<L>::values.x[src[i]]) * unit;
+    lookUpEach(dst, len, src, [](uint8_t c) VEK_LAMBDA { return float(Tables<L>::values.x[c]) * unit; });
   }
   return vekStsNoErr;
 }

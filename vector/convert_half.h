@@ -13,11 +13,11 @@ namespace {
 
 constexpr int kRebias = 127 - 15;
 
-// Eight halves to floats, exactly. A denormal becomes the fraction of a normal number from which that number's leading
-// one is subtracted, so that no operand of the subtraction is a denormal.
+// Eight halves, sign-extended to 32 bits, to floats, exactly. A denormal becomes the fraction of a normal number from
+// which that number's leading one is subtracted, so that no operand of the subtraction is a denormal.
 VEK_INLINE Pack<float> halfToFloat(Pack<int32_t> h) {
   const Pack<int32_t> magnitude = h & broadcast(0x7FFF);
-  const Pack<int32_t> sign = (h ^ magnitude) << 16;
+  const Pack<int32_t> sign = h & broadcast(INT32_MIN);
   const Pack<int32_t> shifted = magnitude << 13;
   const Pack<int32_t> rebias = broadcast(kRebias << 23), denormalBias = broadcast((kRebias + 1) << 23);
   const Pack<int32_t> isSpecial = bits<int32_t>(magnitude > broadcast(0x7BFF));
@@ -25,7 +25,9 @@ VEK_INLINE Pack<float> halfToFloat(Pack<int32_t> h) {
   const Pack<int32_t> denormal = bits<int32_t>(bits<float>(shifted + denormalBias) - bits<float>(denormalBias));
   return bits<float>(select(magnitude < broadcast(0x400), denormal, normal) | sign);
 }
-VEK_INLINE Pack<float> halfToFloat(const Vek16f* p) { return halfToFloat(loadWiden<int32_t>(p)); }
+VEK_INLINE Pack<float> halfToFloat(const Vek16f* p) {
+  return halfToFloat(loadWiden<int32_t>(reinterpret_cast<const int16_t*>(p)));
+}
 
 // Half patterns of eight magnitudes that are not NaN, to nearest even. To each is added the power of two whose last
 // fraction bit weighs as much as that of the half, or as that of a denormal half: the addition rounds, and the fraction
