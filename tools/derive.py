@@ -284,8 +284,8 @@ def spans(functions):
 //
 // One overload a function on std::span: the arrays carry their own lengths, which have to agree, and the element types
 // choose the function. Where two functions take the same types the type tokens stay in the name. Arrays that do not
-// fit each other, empty ones and those of more than INT_MAX elements are refused: with vekStsSizeErr unless the function
-// finds another fault first.
+// fit each other, empty ones and those of more than INT_MAX elements are refused, with vekStsSizeErr unless the
+// function finds another fault first.
 // clang-format off
 #ifndef VEK_SPANS_HPP
 #define VEK_SPANS_HPP

@@ -20,10 +20,10 @@ extern "C" {
  * chapter returns a warning, allocates memory or keeps a state.
  *
  * Classes of results: "exact" means the same bits in every slot, at every address. "Rounded" means the precision stated
- * and the same bits for a given slot, address modulo 16 and hint; slot mx adds in the order stated, higher slots regroup
- * the partial sums and may fuse a product with the addition of it. With u the unit roundoff of the precision that sums
- * are formed in (2^-53 double, 2^-24 single), a rounded sum of terms t is within (N + 2) * u * sum(|t|) of the exact
- * sum, before its one rounding to the result type; N is the number of terms that share a partial sum, plus 8.
+ * and the same bits for a given slot, address modulo 16 and hint; slot mx adds in the order stated, higher slots
+ * regroup the partial sums and may fuse a product with the addition of it. With u the unit roundoff of the precision
+ * that sums are formed in (2^-53 double, 2^-24 single), a rounded sum of terms t is within (N + 2) * u * sum(|t|) of
+ * the exact sum, before its one rounding to the result type; N is the number of terms that share a partial sum, plus 8.
  * @{
  */
 
@@ -41,8 +41,8 @@ extern "C" {
  * four over groups of 4 (likewise), then single elements; data off 4-byte alignment is added one by one throughout.
  * Higher slots: blocks of 2048, 32 or 64 partial sums.
  *
- * Complex: exact, the hint is ignored. Both parts in double, eight complex partial sums over groups of 8 elements, added
- * as above; the rest one by one.
+ * Complex: exact, the hint is ignored. Both parts in double, eight complex partial sums over groups of 8 elements,
+ * added as above; the rest one by one.
  */
 /**@{*/
 VEK_API VekStatus veksSum_32f(const Vek32f* pSrc, int len, Vek32f* pSum, VekHintAlgorithm hint);
@@ -81,9 +81,9 @@ VEK_API VekStatus veksMean_32s_Sfs(const Vek32s* pSrc, int len, Vek32s* pMean, i
 
 /**
  * @name Standard deviation
- * *pStdDev = sqrt(D / ((len - 1) * len)) with D = len * sum(x^2) - sum(x)^2, the sample deviation; 0 where D is not above
- * 0 or is NaN. A constant vector gives exactly 0. *pMean = sum(x) / len. The size check is len < 2, and neither result
- * is written then.
+ * *pStdDev = sqrt(D / ((len - 1) * len)) with D = len * sum(x^2) - sum(x)^2, the sample deviation; 0 where D is not
+ * above 0 or is NaN. A constant vector gives exactly 0. *pMean = sum(x) / len. The size check is len < 2, and neither
+ * result is written then.
  *
  * Rounded: both sums in double from one pass, D and the root in double, then one rounding to single; relative to D the
  * error grows as (mean / deviation)^2. veksStdDev_32f with vekAlgHintFast and len >= 256 in slots above the generic one
@@ -189,8 +189,8 @@ VEK_API VekStatus veksNormDiff_L2_32fc64f(const Vek32fc* pSrc1, const Vek32fc* p
 /**@}*/
 
 /**
- * *pCounts = the number of elements with lowerBound < x < upperBound; both bounds are excluded, bounds in the wrong order
- * count nothing. 0 is written to *pCounts before len is checked. Exact.
+ * *pCounts = the number of elements with lowerBound < x < upperBound; both bounds are excluded, bounds in the wrong
+ * order count nothing. 0 is written to *pCounts before len is checked. Exact.
  */
 VEK_API VekStatus veksCountInRange_32s(const Vek32s* pSrc, int len, int* pCounts, Vek32s lowerBound, Vek32s upperBound);
 
@@ -200,9 +200,9 @@ VEK_API VekStatus veksCountInRange_32s(const Vek32s* pSrc, int len, int* pCounts
  * multiplies both parts of a complex one.
  *
  * Rounded. veksDotProd_32f, _32fc and _32f32fc multiply and add in single precision; those with a double result widen
- * the elements first and multiply and add in double. veksDotProd_32f in slot mx: products of leading elements one by one
- * until pSrc2 is 16-byte aligned, then eight partial sums over groups of 8 (the first starts from the sum so far), then
- * one by one; everything one by one where pSrc2 is off 4-byte alignment. Higher slots: 32 or 64 partial sums.
+ * the elements first and multiply and add in double. veksDotProd_32f in slot mx: products of leading elements one by
+ * one until pSrc2 is 16-byte aligned, then eight partial sums over groups of 8 (the first starts from the sum so far),
+ * then one by one; everything one by one where pSrc2 is off 4-byte alignment. Higher slots: 32 or 64 partial sums.
  */
 /**@{*/
 VEK_API VekStatus veksDotProd_32f(const Vek32f* pSrc1, const Vek32f* pSrc2, int len, Vek32f* pDp);
