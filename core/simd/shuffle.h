@@ -100,13 +100,6 @@ VEK_INLINE Pack<T> dupOdd(Pack<T> a) {
   }
 }
 
-// dupEven and dupOdd straight from memory: where the level has a load that duplicates, no shuffle is spent.
-VEK_INLINE Pack<float> loadDupEven(const float* p) { return dupEven(load(p)); }
-VEK_INLINE Pack<float> loadDupOdd(const float* p) {
-  asm("" : "+r"(p));  // or the compiler would load once and shuffle twice
-  return dupOdd(load(p));
-}
-
 // Four elements of 4 bytes, each one twice.
 template <class T>
 VEK_INLINE Pack<T> loadTwice(const T* p) {
