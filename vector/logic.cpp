@@ -98,33 +98,31 @@ VEK_INLINE VekStatus shiftRight(const T* src, int val, T* dst, int len) {
 
 }  // namespace
 
-#define VEK_BITWISE(NAME, OP, T)                                                                       \
-  VekStatus veks##NAME##_##T(const Vek##T* pSrc1, const Vek##T* pSrc2, Vek##T* pDst, int len) {        \
-    return combine<OP>(pSrc1, pSrc2, pDst, len);                                                       \
-  }                                                                                                    \
-  VekStatus veks##NAME##_##T##_I(const Vek##T* pSrc, Vek##T* pSrcDst, int len) {                       \
-    return combine<OP>(pSrcDst, pSrc, pSrcDst, len);                                                   \
+#define VEK_BITWISE(NAME, OP, T)                                                                \
+  VekStatus veks##NAME##_##T(const Vek##T* pSrc1, const Vek##T* pSrc2, Vek##T* pDst, int len) { \
+    return combine<OP>(pSrc1, pSrc2, pDst, len);                                                \
+  }                                                                                             \
+  VekStatus veks##NAME##_##T##_I(const Vek##T* pSrc, Vek##T* pSrcDst, int len) {                \
+    return combine<OP>(pSrcDst, pSrc, pSrcDst, len);                                            \
   }
-#define VEK_BITWISE_CONSTANT(NAME, FUNCTION, T)                                                        \
-  VekStatus veks##NAME##_##T(const Vek##T* pSrc, Vek##T val, Vek##T* pDst, int len) {                  \
-    return FUNCTION(pSrc, val, pDst, len);                                                             \
-  }                                                                                                    \
-  VekStatus veks##NAME##_##T##_I(Vek##T val, Vek##T* pSrcDst, int len) {                               \
-    return FUNCTION(pSrcDst, val, pSrcDst, len);                                                       \
-  }
-#define VEK_LOGIC(T)                                                                                   \
-  VEK_BITWISE(And, And, T)                                                                             \
-  VEK_BITWISE(Or, Or, T)                                                                               \
-  VEK_BITWISE(Xor, Xor, T)                                                                             \
-  VEK_BITWISE_CONSTANT(AndC, andConstant, T)                                                           \
-  VEK_BITWISE_CONSTANT(OrC, orConstant<Or>, T)                                                         \
-  VEK_BITWISE_CONSTANT(XorC, orConstant<Xor>, T)                                                       \
+#define VEK_BITWISE_CONSTANT(NAME, FUNCTION, T)                                       \
+  VekStatus veks##NAME##_##T(const Vek##T* pSrc, Vek##T val, Vek##T* pDst, int len) { \
+    return FUNCTION(pSrc, val, pDst, len);                                            \
+  }                                                                                   \
+  VekStatus veks##NAME##_##T##_I(Vek##T val, Vek##T* pSrcDst, int len) { return FUNCTION(pSrcDst, val, pSrcDst, len); }
+#define VEK_LOGIC(T)                                                                                       \
+  VEK_BITWISE(And, And, T)                                                                                 \
+  VEK_BITWISE(Or, Or, T)                                                                                   \
+  VEK_BITWISE(Xor, Xor, T)                                                                                 \
+  VEK_BITWISE_CONSTANT(AndC, andConstant, T)                                                               \
+  VEK_BITWISE_CONSTANT(OrC, orConstant<Or>, T)                                                             \
+  VEK_BITWISE_CONSTANT(XorC, orConstant<Xor>, T)                                                           \
   VekStatus veksNot_##T(const Vek##T* pSrc, Vek##T* pDst, int len) { return complement(pSrc, pDst, len); } \
   VekStatus veksNot_##T##_I(Vek##T* pSrcDst, int len) { return complement(pSrcDst, pSrcDst, len); }
-#define VEK_SHIFT(NAME, FUNCTION, T)                                                                   \
-  VekStatus veks##NAME##_##T(const Vek##T* pSrc, int val, Vek##T* pDst, int len) {                     \
-    return FUNCTION(pSrc, val, pDst, len);                                                             \
-  }                                                                                                    \
+#define VEK_SHIFT(NAME, FUNCTION, T)                                               \
+  VekStatus veks##NAME##_##T(const Vek##T* pSrc, int val, Vek##T* pDst, int len) { \
+    return FUNCTION(pSrc, val, pDst, len);                                         \
+  }                                                                                \
   VekStatus veks##NAME##_##T##_I(int val, Vek##T* pSrcDst, int len) { return FUNCTION(pSrcDst, val, pSrcDst, len); }
 
 VEK_LOGIC(8u)

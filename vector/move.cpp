@@ -41,7 +41,7 @@ VEK_INLINE VekStatus set(T val, T* dst, int len) {
     Bits pattern;
     __builtin_memcpy(&pattern, &val, sizeof(T));
     const Pack<Bits> x = broadcast(pattern);
-    sweep<Pack<Bits>::lanes>([x](Bits* d) VEK_LAMBDA { store(d, x); }, reinterpret_cast<Bits*>(dst), len);
+    mapPacks([x]() VEK_LAMBDA { return x; }, reinterpret_cast<Bits*>(dst), len);
   }
   return vekStsNoErr;
 }
@@ -70,6 +70,7 @@ VEK_INLINE void copyShifted(const Vek8u* src, int offset, Vek8u* dst, ptrdiff_t 
   };
   ptrdiff_t i = 0;
   if (n >= lanes) {
+    for (; i + 2 * lanes <= n - lanes; i += 2 * lanes) block(i), block(i + lanes);
     for (; i < n - lanes; i += lanes) block(i);
     block(n - lanes);
   } else {
@@ -101,8 +102,8 @@ VEK_INLINE void copyBits(const Vek8u* src, int srcBit, Vek8u* dst, int dstBit, i
 
 }  // namespace
 
-#define VEK_COPY_AND_MOVE(T)                                                                                   \
-  VekStatus veksCopy_##T(const Vek##T* pSrc, Vek##T* pDst, int len) { return copy(pSrc, pDst, len); }          \
+#define VEK_COPY_AND_MOVE(T)                                                                          \
+  VekStatus veksCopy_##T(const Vek##T* pSrc, Vek##T* pDst, int len) { return copy(pSrc, pDst, len); } \
   VekStatus veksMove_##T(const Vek##T* pSrc, Vek##T* pDst, int len) { return move(pSrc, pDst, len); }
 #define VEK_ZERO(T) \
   VekStatus veksZero_##T(Vek##T* pDst, int len) { return zero(pDst, len); }

@@ -61,7 +61,8 @@ VEK_INLINE VekStatus flip(const T* src, T* dst, int len) {
   return vekStsNoErr;
 }
 
-// ---- bytes ------------------------------------------------------------------------------------------------------------
+// ---- bytes
+// ------------------------------------------------------------------------------------------------------------
 
 template <class T>
 VEK_INLINE Pack<T> swapBytes(Pack<T> x) {
@@ -109,7 +110,8 @@ VEK_INLINE VekStatus swapBytes24(const Vek8u* src, Vek8u* dst, int len) {
   return vekStsNoErr;
 }
 
-// ---- complex vectors ----------------------------------------------------------------------------------------------------
+// ---- complex vectors
+// ----------------------------------------------------------------------------------------------------
 
 VEK_INLINE Two<float> loadSplit(const Vek32fc* s) {
   return deinterleave(load(parts(s)), load(parts(s) + Pack<float>::lanes));
@@ -128,8 +130,8 @@ constexpr int kLanes = Pack<float>::lanes;
 
 }  // namespace
 
-#define VEK_FLIP(T)                                                                                             \
-  VekStatus veksFlip_##T(const Vek##T* pSrc, Vek##T* pDst, int len) { return flip(pSrc, pDst, len); }           \
+#define VEK_FLIP(T)                                                                                   \
+  VekStatus veksFlip_##T(const Vek##T* pSrc, Vek##T* pDst, int len) { return flip(pSrc, pDst, len); } \
   VekStatus veksFlip_##T##_I(Vek##T* pSrcDst, int len) { return flipInPlace(pSrcDst, len); }
 #define VEK_SWAP_BYTES(T)                                                                                       \
   VekStatus veksSwapBytes_##T(const Vek##T* pSrc, Vek##T* pDst, int len) { return swapBytes(pSrc, pDst, len); } \
@@ -179,9 +181,11 @@ VekStatus veksRealToCplx_32f(const Vek32f* pSrcRe, const Vek32f* pSrcIm, Vek32fc
     store(parts(d) + kLanes, x.b);
   };
   if (!pSrcIm) {
-    sweep<kLanes>([=](Vek32fc* d, const float* re) VEK_LAMBDA { join(d, load(re), zeros<float>()); }, pDst, len, pSrcRe);
+    sweep<kLanes>([=](Vek32fc* d, const float* re) VEK_LAMBDA { join(d, load(re), zeros<float>()); }, pDst, len,
+                  pSrcRe);
   } else if (!pSrcRe) {
-    sweep<kLanes>([=](Vek32fc* d, const float* im) VEK_LAMBDA { join(d, zeros<float>(), load(im)); }, pDst, len, pSrcIm);
+    sweep<kLanes>([=](Vek32fc* d, const float* im) VEK_LAMBDA { join(d, zeros<float>(), load(im)); }, pDst, len,
+                  pSrcIm);
   } else {
     sweep<kLanes>([=](Vek32fc* d, const float* re, const float* im) VEK_LAMBDA { join(d, load(re), load(im)); }, pDst,
                   len, pSrcRe, pSrcIm);

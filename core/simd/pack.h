@@ -539,10 +539,8 @@ VEK_INLINE Mask<T> operator==(Pack<T> a, Pack<T> b) {
   if constexpr (sizeof(T) == 8 && !kFloat<T> && !kSse41) {
     // Both halves equal; SSE2 compares 32 bits at most.
     const auto eq = bits<int32_t>(a) == bits<int32_t>(b);
-    return each<Mask<T>>([&](int i) VEK_LAMBDA {
-      const __m128i m = (__m128i)eq.r[i];
-      return regCast<typename Mask<T>::Reg>(_mm_and_si128(m, _mm_shuffle_epi32(m, 0xB1)));
-    });
+    const auto both = [](auto m) VEK_LAMBDA { return _mm_and_si128((__m128i)m, _mm_shuffle_epi32((__m128i)m, 0xB1)); };
+    return each<Mask<T>>([&](int i) VEK_LAMBDA { return regCast<typename Mask<T>::Reg>(both(eq.r[i])); });
   } else {
     return each<Mask<T>>([&](int i) VEK_LAMBDA { return regCast<typename Mask<T>::Reg>(a.r[i] == b.r[i]); });
   }
@@ -559,9 +557,8 @@ VEK_INLINE Mask<T> operator>(Pack<T> a, Pack<T> b) {
     const auto high = bits<int32_t>(bits<int32_t>(a) > bits<int32_t>(b));
     const auto same = bits<int32_t>(bits<int32_t>(a) == bits<int32_t>(b));
     const Pack<int32_t> r = high | (same & bits<int32_t>(b - a));
-    return each<Mask<T>>([&](int i) VEK_LAMBDA {
-      return regCast<typename Mask<T>::Reg>(_mm_shuffle_epi32(_mm_srai_epi32((__m128i)r.r[i], 31), 0xF5));
-    });
+    const auto spread = [](auto x) VEK_LAMBDA { return _mm_shuffle_epi32(_mm_srai_epi32((__m128i)x, 31), 0xF5); };
+    return each<Mask<T>>([&](int i) VEK_LAMBDA { return regCast<typename Mask<T>::Reg>(spread(r.r[i])); });
   } else if constexpr (!kFloat<T> && !kSigned<T>) {
     const Pack<T> bias = broadcast(T(T(1) << (8 * sizeof(T) - 1)));
     return maskCast<T>(bits<SignedOf<T>>(a ^ bias) > bits<SignedOf<T>>(b ^ bias));

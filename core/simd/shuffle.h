@@ -48,6 +48,21 @@ VEK_INLINE Pack<T> swapHalves(Pack<T> a) {
   }
 }
 
+// One lane of doubles in all lanes; `lane` is to be known once the call is inlined.
+template <class T>
+VEK_INLINE Pack<T> broadcastLane(Pack<T> a, int lane) {
+  static_assert(kSame<T, double>);
+  using Reg = typename Pack<T>::Reg;
+  if constexpr (Pack<T>::regs == 2) {
+    const __m128d h = (__m128d)a.r[lane / 2], x = lane % 2 ? _mm_unpackhi_pd(h, h) : _mm_unpacklo_pd(h, h);
+    return {{regCast<Reg>(x), regCast<Reg>(x)}};
+  } else {
+    const __m256d x = (__m256d)a.r[0];
+    const __m256d h = lane / 2 ? _mm256_permute2f128_pd(x, x, 0x11) : _mm256_permute2f128_pd(x, x, 0);
+    return {{regCast<Reg>(lane % 2 ? _mm256_permute_pd(h, 0xF) : _mm256_permute_pd(h, 0))}};
+  }
+}
+
 // ---- within 16-byte halves ------------------------------------------------------------------------------------------
 
 // Every half's 32-bit elements in the order given by the immediate (two bits an element, as in pshufd).
@@ -302,6 +317,23 @@ VEK_INLINE Two<T> interleave(Pack<T> a, Pack<T> b) {
   }
 }
 
+// Every element twice: (a0 a0 a1 a1 ..., the same of the upper half). For elements of 4 and 8 bytes.
+template <class T>
+VEK_INLINE Two<T> repeatEach(Pack<T> a) {
+  using Reg = typename Pack<T>::Reg;
+  if constexpr (kAvx2 && sizeof(T) == 8) {
+    return {{{regCast<Reg>(_mm256_permute4x64_epi64((__m256i)a.r[0], 0x50))}},
+            {{regCast<Reg>(_mm256_permute4x64_epi64((__m256i)a.r[0], 0xFA))}}};
+  } else if constexpr (kAvx2 && sizeof(T) == 4) {
+    const auto pick = [&](__m256i order) VEK_LAMBDA {
+      return Pack<T>{{regCast<Reg>(_mm256_permutevar8x32_epi32((__m256i)a.r[0], order))}};
+    };
+    return {pick(_mm256_setr_epi32(0, 0, 1, 1, 2, 2, 3, 3)), pick(_mm256_setr_epi32(4, 4, 5, 5, 6, 6, 7, 7))};
+  } else {
+    return interleave(a, a);
+  }
+}
+
 // The same within each 16-byte half: cheaper where the order between the halves is undone later.
 template <class T>
 VEK_INLINE Two<T> interleaveInHalves(Pack<T> a, Pack<T> b) {
@@ -373,6 +405,101 @@ VEK_INLINE Two<T> deinterleave(Pack<T> a, Pack<T> b) {
       const __m256i high = _mm256_permute2f128_si256((__m256i)a.r[0], (__m256i)b.r[0], 0x31);
       return {{{regCast<Reg>(unpackLow<8>(low, high))}}, {{regCast<Reg>(unpackHigh<8>(low, high))}}};
     }
+  }
+}
+
+// The sums of neighbours over the sequence a, b: a0+a1, a2+a3, ..., b0+b1, ...
+template <class T>
+VEK_INLINE Pack<T> addNeighbours(Pack<T> a, Pack<T> b) {
+  if constexpr (kAvx2 && kSame<T, float>) {
+    const __m256 sums = _mm256_hadd_ps((__m256)a.r[0], (__m256)b.r[0]);
+    return {{regCast<typename Pack<T>::Reg>(_mm256_permute4x64_epi64((__m256i)sums, 0xD8))}};
+  } else {
+    const Two<T> x = deinterleave(a, b);
+    return x.a + x.b;
+  }
+}
+
+// ---- bytes in pairs -------------------------------------------------------------------------------------------------
+
+// Unpacking works within 16-byte halves. With its operands put through beforeUnpack, the results of unpackBytes are the
+// pairs of elements 0 to 15 and of 16 to 31 in order; one permutation serves everything computed in between.
+template <class T>
+VEK_INLINE Pack<T> beforeUnpack(Pack<T> a) {
+  if constexpr (Pack<T>::regs == 1) {
+    return {{regCast<typename Pack<T>::Reg>(_mm256_permute4x64_epi64((__m256i)a.r[0], 0xD8))}};
+  } else {
+    return a;
+  }
+}
+template <class T>
+VEK_INLINE Two<T> unpackBytes(Pack<T> a, Pack<T> b) {
+  static_assert(sizeof(T) == 1);
+  using Reg = typename Pack<T>::Reg;
+  if constexpr (Pack<T>::regs == 1) {
+    return {{{regCast<Reg>(unpackLow<1>((__m256i)a.r[0], (__m256i)b.r[0]))}},
+            {{regCast<Reg>(unpackHigh<1>((__m256i)a.r[0], (__m256i)b.r[0]))}}};
+  } else {
+    return interleave(a, b);
+  }
+}
+
+// From slot u8 on: a with the sign of b taken in, 0 where b is 0.
+template <class T>
+VEK_INLINE Pack<T> withSign(Pack<T> a, Pack<T> b) {
+  static_assert(kSame<T, int8_t>);
+  return each<Pack<T>>([&](int i) VEK_LAMBDA {
+    using Reg = typename Pack<T>::Reg;
+    if constexpr (sizeof(Reg) == 32) {
+      return regCast<Reg>(_mm256_sign_epi8((__m256i)a.r[i], (__m256i)b.r[i]));
+    } else {
+      return regCast<Reg>(_mm_sign_epi8((__m128i)a.r[i], (__m128i)b.r[i]));
+    }
+  });
+}
+// From slot u8 on, lane k: a[2k]*b[2k] + a[2k+1]*b[2k+1], saturated.
+template <class A, class B>
+VEK_INLINE Pack<int16_t> mulAddBytes(Pack<A> a, Pack<B> b) {
+  static_assert(kSame<A, uint8_t> && kSame<B, int8_t>);
+  return each<Pack<int16_t>>([&](int i) VEK_LAMBDA {
+    using Reg = typename Pack<int16_t>::Reg;
+    if constexpr (sizeof(Reg) == 32) {
+      return regCast<Reg>(_mm256_maddubs_epi16((__m256i)a.r[i], (__m256i)b.r[i]));
+    } else {
+      return regCast<Reg>(_mm_maddubs_epi16((__m128i)a.r[i], (__m128i)b.r[i]));
+    }
+  });
+}
+
+// 16-bit lanes to bytes saturated as D, within 16-byte halves; afterPack puts the quarters in order.
+template <class D>
+VEK_INLINE Pack<uint8_t> packInHalves(Pack<int16_t> a, Pack<int16_t> b) {
+  using Reg = typename Pack<uint8_t>::Reg;
+  if constexpr (sizeof(Reg) == 32) {
+    const __m256i x = (__m256i)a.r[0], y = (__m256i)b.r[0];
+    return {{regCast<Reg>(kSigned<D> ? _mm256_packs_epi16(x, y) : _mm256_packus_epi16(x, y))}};
+  } else {
+    const auto one = [](auto x, auto y) VEK_LAMBDA {
+      return kSigned<D> ? _mm_packs_epi16((__m128i)x, (__m128i)y) : _mm_packus_epi16((__m128i)x, (__m128i)y);
+    };
+    return fromHalves<uint8_t>(one(a.r[0], a.r[1]), one(b.r[0], b.r[1]));
+  }
+}
+template <class T>
+VEK_INLINE Pack<T> afterPack(Pack<T> a) {
+  return beforeUnpack(a);
+}
+// The even and the odd elements of a and b, both in one order that differs between slots: for complex elements whose
+// order does not matter, at half the shuffles of deinterleave.
+template <class T>
+VEK_INLINE Two<T> splitPairs(Pack<T> a, Pack<T> b) {
+  static_assert(sizeof(T) == 4);
+  using Reg = typename Pack<T>::Reg;
+  if constexpr (sizeof(Reg) == 32) {
+    return {{{regCast<Reg>(_mm256_shuffle_ps((__m256)a.r[0], (__m256)b.r[0], 0x88))}},
+            {{regCast<Reg>(_mm256_shuffle_ps((__m256)a.r[0], (__m256)b.r[0], 0xDD))}}};
+  } else {
+    return deinterleave(a, b);
   }
 }
 
