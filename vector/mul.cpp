@@ -31,7 +31,7 @@ VEK_INLINE VekStatus multiplyRealComplex(const Vek32f* a, const Vek32fc* b, Vek3
 
 VEK_INLINE VekStatus multiplyRealComplex(const Vek32s* a, const Vek32sc* b, Vek32sc* dst, int len, int scaleFactor) {
   if (const VekStatus status = checkVectors(len, a, b, dst)) return status;
-  mapScaled(RealTimesComplex(), scaleFactor, [=](auto f) VEK_LAMBDA {
+  mapScaled(RealTimesComplex(), scaleFactor, dst, len, [=](auto f) VEK_LAMBDA {
     sweep<4>([f](Vek32sc* d, const Vek32s* x, const Vek32sc* y)
                  VEK_LAMBDA { store(parts(d), f(loadTwice(x), load(parts(y)))); },
              dst, len, a, b);
@@ -52,7 +52,7 @@ VEK_INLINE VekStatus multiplyLow(const Vek32s* a, const Vek32s* b, Vek32s* dst, 
   using P = Pack<int32_t>;
   if (const VekStatus status = checkVectors(len, a, b, dst)) return status;
   if (scaleFactor > 62) {
-    mapElements([](P, P) VEK_LAMBDA { return zeros<int32_t>(); }, dst, len, a, b);
+    __builtin_memset(dst, 0, size_t(len) * sizeof(Vek32s));
   } else if (scaleFactor > 32) {
     const auto shifted = [=](Pack<int64_t> p) VEK_LAMBDA { return p >> scaleFactor; };
     mapElements(
@@ -88,7 +88,7 @@ struct PlusProduct {
 VEK_INLINE VekStatus addProduct(const Vek32s* a, const Vek32s* b, Vek32s* sum, int len, int scaleFactor) {
   if (const VekStatus status = checkVectors(len, a, b, sum)) return status;
   const Vek32s* from = sum;
-  mapScaled(ProductSum(), scaleFactor, [=](auto f) VEK_LAMBDA { mapElements(f, sum, len, a, b, from); });
+  mapScaled(ProductSum(), scaleFactor, sum, len, [=](auto f) VEK_LAMBDA { mapElements(f, sum, len, a, b, from); });
   return vekStsNoErr;
 }
 

@@ -153,9 +153,10 @@ struct WideShift {
 // ---- the choice of the case
 // -------------------------------------------------------------------------------------------
 
-// `map` runs a functor on packs over the vectors of the call; Op::Scale holds the constants of a positive factor.
-template <class Op, class Map>
-VEK_INLINE void mapScaled(Op op, int scaleFactor, Map map) {
+// `map` runs a functor on packs over the vectors of the call, of which dst is the destination; Op::Scale holds the
+// constants of a positive factor.
+template <class Op, class D, class Map>
+VEK_INLINE void mapScaled(Op op, int scaleFactor, D* dst, ptrdiff_t n, Map map) {
   using T = typename Op::Element;
   if (scaleFactor == 0) {
     map([op](auto... x) VEK_LAMBDA { return op.clamped(x...); });
@@ -163,7 +164,7 @@ VEK_INLINE void mapScaled(Op op, int scaleFactor, Map map) {
     const LeftShift<T> shift(-int64_t(scaleFactor));
     map([op, shift](auto... x) VEK_LAMBDA { return shift(op.clamped(x...)); });
   } else if (scaleFactor >= Op::kZeroFrom) {
-    map([](auto...) VEK_LAMBDA { return zeros<T>(); });
+    __builtin_memset(dst, 0, size_t(n) * sizeof(D));
   } else if (Op::kShort != 0 && scaleFactor == Op::kShort) {
     if constexpr (Op::kShort != 0) map([op](auto... x) VEK_LAMBDA { return op.shortened(x...); });
   } else if (Op::kDeepFrom < Op::kZeroFrom && scaleFactor >= Op::kDeepFrom) {
@@ -215,7 +216,7 @@ struct WithConstant : Op {
 template <class Op, class E>
 VEK_INLINE VekStatus scaledTwo(const E* a, const E* b, E* dst, int len, int scaleFactor) {
   if (const VekStatus status = checkVectors(len, a, b, dst)) return status;
-  mapScaled(Op(), scaleFactor, [=](auto f) VEK_LAMBDA { mapElements(f, dst, len, a, b); });
+  mapScaled(Op(), scaleFactor, dst, len, [=](auto f) VEK_LAMBDA { mapElements(f, dst, len, a, b); });
   return vekStsNoErr;
 }
 
@@ -223,7 +224,7 @@ template <class Op, class E>
 VEK_INLINE VekStatus scaledConstant(const E* src, E val, E* dst, int len, int scaleFactor) {
   if (const VekStatus status = checkVectors(len, src, dst)) return status;
   const WithConstant<Op> op(broadcastElement(val));
-  mapScaled(op, scaleFactor, [=](auto f) VEK_LAMBDA { mapElements(f, dst, len, src); });
+  mapScaled(op, scaleFactor, dst, len, [=](auto f) VEK_LAMBDA { mapElements(f, dst, len, src); });
   return vekStsNoErr;
 }
 
