@@ -4,7 +4,7 @@
 //
 //   clamped(x...)              r clamped to the type: the whole work at scale factor 0. A negative factor shifts the
 //                              clamped value on, which clamps to the same end as shifting r itself would.
-//   rounded<Deep>(x..., s)     the rule for a positive factor s.factor
+//   rounded<Deep>(x..., s)     the rule for a positive factor, whose constants s holds
 //   shortened(x...)            the same for the one factor kShort that has a shorter way; kShort is 0 if there is none
 //   kZeroFrom                  the least factor that makes every result 0
 //   kDeepFrom                  the least factor that needs Deep, a slower way around an overflow; kZeroFrom if none
