@@ -29,11 +29,12 @@ void unary(const char* name, double low, double high, Call call, Plain plain) {
     const Array<T> a = uniform<T>(n, low, high);
     const Array<T> d(n);
     return Contenders{{"vek", [=] { call(a.data(), d.data(), int(n)); }}, {"plain", [=] {
-                        const T* s = a.data();
-                        T* __restrict out = d.data();
-                        for (size_t i = 0; i < n; ++i) out[i] = plain(s[i]);
-                        keep(d);
-                      }}};
+                                                                             const T* s = a.data();
+                                                                             T* __restrict out = d.data();
+                                                                             for (size_t i = 0; i < n; ++i)
+                                                                               out[i] = plain(s[i]);
+                                                                             keep(d);
+                                                                           }}};
   });
 }
 
@@ -48,7 +49,8 @@ void integerRows() {
   unary<Vek32s>("abs_32s", -2e9, 2e9, veksAbs_32s, [](Vek32s x) { return x == INT32_MIN ? INT32_MAX : std::abs(x); });
   for (int sf : {0, 3, 12, -2}) {
     const auto scaled = [sf](int r) {
-      return sf > 0 ? (r + (1 << (sf - 1)) - 1 + (r >> sf & 1)) >> sf : int(std::min<int64_t>(int64_t(r) << -sf, 65535));
+      return sf > 0 ? (r + (1 << (sf - 1)) - 1 + (r >> sf & 1)) >> sf
+                    : int(std::min<int64_t>(int64_t(r) << -sf, 65535));
     };
     const std::string tail = "_sf" + std::to_string(sf);
     unary<Vek8u>(("sqr_8u" + tail).c_str(), 0, 255, [sf](auto s, auto d, int n) { veksSqr_8u_Sfs(s, d, n, sf); },
@@ -71,15 +73,17 @@ void floatRows() {
   unary<float>("abs_32f", -9, 9, veksAbs_32f, [](float x) { return std::fabs(x); });
   unary<float>("sqr_32f", -9, 9, veksSqr_32f, [](float x) { return x * x; });
   unary<float>("sqrt_32f", 0, 9, veksSqrt_32f, [](float x) { return std::sqrt(x); });
-  unary<float>("normalize_32f", -9, 9, [](auto s, auto d, int n) { veksNormalize_32f(s, d, n, 0.5f, 3.0f); },
-               [](float x) { return (x - 0.5f) / 3.0f; });
+  unary<float>(
+      "normalize_32f", -9, 9, [](auto s, auto d, int n) { veksNormalize_32f(s, d, n, 0.5f, 3.0f); },
+      [](float x) { return (x - 0.5f) / 3.0f; });
   const auto complexRow = [](const char* name, auto call, auto plain) {
     rows(name, [=](size_t n) {
       const Array<Vek32fc> a = complexUniform(n), d(n);
       return Contenders{{"vek", [=] { call(a.data(), d.data(), int(n)); }}, {"plain", [=] {
-                          for (size_t i = 0; i < n; ++i) d[i] = plain(a[i]);
-                          keep(d);
-                        }}};
+                                                                               for (size_t i = 0; i < n; ++i)
+                                                                                 d[i] = plain(a[i]);
+                                                                               keep(d);
+                                                                             }}};
     });
   };
   complexRow("sqr_32fc", veksSqr_32fc, [](Vek32fc z) {
@@ -99,18 +103,20 @@ void partsRow(const std::string& name, Call call, CallSplit callSplit, Plain pla
     const Array<Vek32fc> a = complexUniform(n);
     const Array<float> d(n);
     Contenders c{{"vek", [=] { call(a.data(), d.data(), int(n)); }}, {"plain", [=] {
-                   for (size_t i = 0; i < n; ++i) d[i] = plain(a[i].re, a[i].im);
-                   keep(d);
-                 }}};
+                                                                        for (size_t i = 0; i < n; ++i)
+                                                                          d[i] = plain(a[i].re, a[i].im);
+                                                                        keep(d);
+                                                                      }}};
     if (volk) c.push_back({"volk", [=] { volk(d.data(), a.data(), unsigned(n)); }});
     return c;
   });
   rows(name + "_32f", [=](size_t n) {
     const Array<float> re = uniform<float>(n, -10, 10), im = uniform<float>(n, -10, 10), d(n);
-    return Contenders{{"vek", [=] { callSplit(re.data(), im.data(), d.data(), int(n)); }}, {"plain", [=] {
-                        for (size_t i = 0; i < n; ++i) d[i] = plain(re[i], im[i]);
-                        keep(d);
-                      }}};
+    return Contenders{{"vek", [=] { callSplit(re.data(), im.data(), d.data(), int(n)); }},
+                      {"plain", [=] {
+                         for (size_t i = 0; i < n; ++i) d[i] = plain(re[i], im[i]);
+                         keep(d);
+                       }}};
   });
 }
 
@@ -125,9 +131,11 @@ void polarRows() {
     volk_32fc_s32f_atan2_32f(d, reinterpret_cast<const lv_32fc_t*>(s), 1.0f, n);
   };
 #endif
-  partsRow("magnitude", veksMagnitude_32fc, veksMagnitude_32f,
-           [](float re, float im) { return std::sqrt(re * re + im * im); }, volkMagnitude);
-  partsRow("phase", veksPhase_32fc, veksPhase_32f, [](float re, float im) { return std::atan2(im, re); }, volkPhase);
+  partsRow(
+      "magnitude", veksMagnitude_32fc, veksMagnitude_32f,
+      [](float re, float im) { return std::sqrt(re * re + im * im); }, volkMagnitude);
+  partsRow(
+      "phase", veksPhase_32fc, veksPhase_32f, [](float re, float im) { return std::atan2(im, re); }, volkPhase);
   partsRow("powerspectrum", veksPowerSpectrum_32fc, veksPowerSpectrum_32f,
            [](float re, float im) { return re * re + im * im; });
   rows("carttopolar_32f", [](size_t n) {

@@ -4,7 +4,7 @@
  *
  *   ecg SAMPLES.s16le [OUT.svg]
  */
-#define _POSIX_C_SOURCE 200809L
+#define _DEFAULT_SOURCE
 #include <math.h>
 #include <stdio.h>
 #include <stdlib.h>
@@ -133,7 +133,7 @@ static void findBeats(void) {
   int n = 0;
   for (int i = 0; i + kRate <= samples; i += kRate) must(veksMax_32f(energy + i, kRate, &peaks[n++]), "maximum");
   qsort(peaks, (size_t)n, sizeof *peaks, byValue);
-  level = 0.25f * peaks[n / 2];
+  level = 0.08f * peaks[n / 2];
   must(veksThreshold_LTVal_32f(energy, work, samples, level, 0), "threshold");
   for (int i = delay; i < samples && beats < kMaxBeats;) {
     if (work[i] == 0) {

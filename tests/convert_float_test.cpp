@@ -18,8 +18,8 @@ T multiplier(int s) {
 
 // Scaled in the precision of the source, clamped, rounded; long double holds every value met here exactly.
 template <class T>
-int64_t rounded(T x, int scaleFactor, int mode, int64_t low, int64_t high, int64_t ofNan) {
-  const T y = x * multiplier<T>(scaleFactor);
+int64_t rounded(T x, T m, int mode, int64_t low, int64_t high, int64_t ofNan) {
+  const T y = x * m;
   if (std::isnan(y)) return ofNan;
   const long double c = std::min<long double>(std::max<long double>(y, low), high);
   if (mode == 0) return int64_t(std::trunc(c));
@@ -35,10 +35,11 @@ void checkModes(Convert<S, D> convert, int64_t ofNan) {
   for (const int s : kScales)
     for (const int mode : {0, 1, 2, 7, -1}) {
       SCOPED_TRACE(testing::Message() << "scale factor " << s << " mode " << mode);
+      const S m = multiplier<S>(s);
       checkUnary<S, D>(
           values, [=](const S* a, D* d, int n) { return convert(a, d, n, mode, s); },
           [=](S x) {
-            return D(rounded(x, s, mode, std::numeric_limits<D>::min(), std::numeric_limits<D>::max(), ofNan));
+            return D(rounded(x, m, mode, std::numeric_limits<D>::min(), std::numeric_limits<D>::max(), ofNan));
           },
           s == 0 || s == 1);
     }
@@ -62,12 +63,13 @@ TEST(ConvertFloat, RoundsTo24BitsAwayFromZero) {
   const auto packed = [](int64_t x) { return Vek24u{{Vek8u(x), Vek8u(x >> 8), Vek8u(x >> 16)}}; };
   for (const int s : kScales) {
     SCOPED_TRACE(s);
+    const Vek32f m = multiplier<Vek32f>(s);
     checkUnary<Vek32f, Vek24u>(
         values, [=](const Vek32f* a, Vek24u* d, int n) { return veksConvert_32f24s_Sfs(a, &d->byte[0], n, s); },
-        [=](Vek32f x) { return packed(rounded(x, s, 2, -8388608, 8388607, 0)); }, s == 0);
+        [=](Vek32f x) { return packed(rounded(x, m, 2, -8388608, 8388607, 0)); }, s == 0);
     checkUnary<Vek32f, Vek24u>(
         values, [=](const Vek32f* a, Vek24u* d, int n) { return veksConvert_32f24u_Sfs(a, &d->byte[0], n, s); },
-        [=](Vek32f x) { return packed(rounded(x, s, 2, 0, 16777215, 0)); }, s == 0);
+        [=](Vek32f x) { return packed(rounded(x, m, 2, 0, 16777215, 0)); }, s == 0);
   }
 }
 

@@ -77,20 +77,23 @@ constexpr bool kOpaque = false;
 
 // The memory of one call: a region for each parameter, arrays at an offset inside theirs.
 struct Arena {
-  static constexpr size_t kRegion = 65536;
+  // Room for a dozen elements of any type, or for any state that a small filter is built into.
+  static constexpr size_t kRegion = 1024, kBuffer = 1 << 18;
   std::vector<std::unique_ptr<char[], void (*)(void*)>> regions;
+  std::vector<size_t> sizes;
   Objects objects;
-  Arena(size_t parameters) {
-    for (size_t i = 0; i < parameters; ++i) {
-      regions.emplace_back(static_cast<char*>(aligned_alloc(64, kRegion)), [](void* p) { free(p); });
+  explicit Arena(const std::vector<Parameter>& parameters) {
+    for (size_t i = 0; i < parameters.size(); ++i) {
+      sizes.push_back(parameters[i].name.find("Buffer") != std::string::npos ? kBuffer : kRegion);
+      regions.emplace_back(static_cast<char*>(aligned_alloc(64, sizes[i])), [](void* p) { free(p); });
       // Small positive numbers whatever type reads them: bytes that are finite as floats and doubles.
-      for (size_t k = 0; k < kRegion; ++k) regions[i][k] = char(k % 4 == 3 ? 0x3F : (k * 7 + i) % 100);
+      for (size_t k = 0; k < sizes[i]; ++k) regions[i][k] = char(k % 4 == 3 ? 0x3F : (k * 7 + i) % 100);
     }
   }
-  void blank(size_t i) { memset(regions[i].get(), 0, kRegion); }
+  void blank(size_t i) { memset(regions[i].get(), 0, sizes[i]); }
   bool sameAs(const Arena& other, const std::set<size_t>& skip) const {
     for (size_t i = 0; i < regions.size(); ++i)
-      if (!skip.count(i) && memcmp(regions[i].get(), other.regions[i].get(), kRegion) != 0) return false;
+      if (!skip.count(i) && memcmp(regions[i].get(), other.regions[i].get(), sizes[i]) != 0) return false;
     return true;
   }
 };
@@ -243,8 +246,8 @@ TEST(EveryFunction, RefusesNullPointers) {
       for (size_t i = 0; i < r.parameters.size(); ++i) {
         const Parameter& p = r.parameters[i];
         if (p.type.back() != '*' || mayBeNull(r, p)) continue;
-        Arena arena(r.parameters.size());
-        Arena before(r.parameters.size());
+        Arena arena(r.parameters);
+        Arena before(r.parameters);
         for (size_t k = 0; k < r.parameters.size(); ++k)
           if (r.parameters[k].type.back() == '*' && !r.parameters[k].array) before.blank(k), arena.blank(k);
         if (releases(r)) arena.objects.live.clear();
@@ -266,7 +269,7 @@ TEST(EveryFunction, RefusesLengthsBelowOne) {
       for (size_t i = 0; i < r.parameters.size(); ++i) {
         if (!lengths.count(r.parameters[i].name)) continue;
         for (int value : {0, -1, INT_MIN}) {
-          Arena arena(r.parameters.size()), before(r.parameters.size());
+          Arena arena(r.parameters), before(r.parameters);
           for (size_t k = 0; k < r.parameters.size(); ++k)
             if (r.parameters[k].type.back() == '*' && !r.parameters[k].array) before.blank(k), arena.blank(k);
           EXPECT_EQ(r.call(arena, -1, int(i), value), vekStsSizeErr)
@@ -284,7 +287,7 @@ TEST(EveryFunction, HasATwinThatDoesTheSame) {
   inEverySlot([](int) {
     for (const Row& r : allRows()) {
       if (!r.returnsStatus || releases(r)) continue;
-      Arena a(r.parameters.size()), b(r.parameters.size());
+      Arena a(r.parameters), b(r.parameters);
       const VekStatus direct = r.call(a, -1, -1, 0), twin = r.twin(b);
       EXPECT_EQ(direct, twin) << r.name;
       EXPECT_GE(direct, 0) << r.name << " refused arguments that are meant to be good";

@@ -190,9 +190,7 @@ TEST(Threshold, Complex) {
         v, FORMS(LTInv, 32fc),
         [=](Vek32fc x) {
           const float m = square(x);
-          if (m > l2)
-            return std::isinf(m) ? Vek32fc{float(x.re / double(m) / 1), float(-x.im / double(m))}
-                                 : Vek32fc{x.re / m, -x.im / m};
+          if (m > l2) return Vek32fc{x.re / m, -x.im / m};
           if (x.re == 0 && x.im == 0) return Vek32fc{1 / level, 0};
           return times({x.re, -x.im}, 1 / (double(level) * std::sqrt(double(m))));
         },

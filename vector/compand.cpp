@@ -60,25 +60,33 @@ struct Decoder {
   }
 };
 template <Law L>
-constexpr Table<int16_t, 256> kValues = Decoder<L>::values();
-template <Law L>
-constexpr Table<uint8_t, 16> kPowers = Decoder<L>::powers();
-template <Law L>
-constexpr Table<uint8_t, 16> kSteps = Decoder<L>::steps();
-template <Law L>
-constexpr Table<uint8_t, 16> kOffsets = Decoder<L>::offsets();
+struct Tables {
+  static constexpr Table<int16_t, 256> values = Decoder<L>::values();
+  static constexpr Table<uint8_t, 16> powers = Decoder<L>::powers();
+  static constexpr Table<uint8_t, 16> steps = Decoder<L>::steps();
+  static constexpr Table<uint8_t, 16> offsets = Decoder<L>::offsets();
+};
+
+// By memory table; the array may lie at any address.
+template <class D, class F>
+VEK_INLINE void lookUpEach(D* dst, int len, const uint8_t* src, F f) {
+  for (int i = 0; i < len; ++i) {
+    const D x = f(src[i]);
+    __builtin_memcpy(dst + i, &x, sizeof x);
+  }
+}
 
 // 32 codes to 32 values.
 template <Law L>
 VEK_INLINE Group<int16_t, 2> decodePack(Pack<uint8_t> codes) {
   const Pack<uint8_t> c = beforeUnpack(codes), low = broadcast(uint8_t(15));
   const Pack<uint8_t> upper = bits<uint8_t>(bits<uint16_t>(c) >> 4) & low;
-  const Pack<uint8_t> power = lookup(kPowers<L>.x, upper);
-  Pack<uint8_t> step = lookup(kSteps<L>.x, c & low);
+  const Pack<uint8_t> power = lookup(Tables<L>::powers.x, upper);
+  Pack<uint8_t> step = lookup(Tables<L>::steps.x, c & low);
   // No code compares as zero once its lowest bit is set, so every step gets a sign: minus that of the code.
   const Pack<int8_t> sign = bits<int8_t>(c | broadcast(uint8_t(1)));
   if constexpr (L == Law::kA) {
-    step = step | lookup(kOffsets<L>.x, upper);
+    step = step | lookup(Tables<L>::offsets.x, upper);
     const Pack<int8_t> s = withSign(zeros<int8_t>() - bits<int8_t>(step), sign);
     const Two<uint8_t> powers = unpackBytes(power, power), factors = unpackBytes(bits<uint8_t>(s), bits<uint8_t>(s));
     return {{mulAddBytes(powers.a, bits<int8_t>(factors.a)), mulAddBytes(powers.b, bits<int8_t>(factors.b))}};
@@ -97,7 +105,7 @@ VEK_INLINE VekStatus decode16(const uint8_t* src, int16_t* dst, int len) {
   if constexpr (kSsse3) {
     sweep<32>([](int16_t* d, const uint8_t* c) VEK_LAMBDA { storeGroup(d, decodePack<L>(load(c))); }, dst, len, src);
   } else {
-    for (int i = 0; i < len; ++i) dst[i] = kValues<L>.x[src[i]];
+    lookUpEach(dst, len, src, [](uint8_t c) VEK_LAMBDA { return Tables<L>::values.x[c]; });
   }
   return vekStsNoErr;
 }
@@ -117,7 +125,7 @@ VEK_INLINE VekStatus decodeFloat(const uint8_t* src, float* dst, int len) {
         },
         dst, len, src);
   } else {
-    for (int i = 0; i < len; ++i) dst[i] = float(kValues<L>.x[src[i]]) * unit;
+    lookUpEach(dst, len, src, [](uint8_t c) VEK_LAMBDA { return float(Tables<L>::values.x[c]) * unit; });
   }
   return vekStsNoErr;
 }
@@ -180,52 +188,33 @@ VEK_INLINE VekStatus encodeFloat(const float* src, uint8_t* dst, int len) {
 
 // ---- transcoding ----------------------------------------------------------------------------------------------------
 
-// A table of 128 entries by eight lookups: with the seven bits of the index reduced by 16 k, lookup k gives 0 where the
-// index lies before row k (the top bit is set) and entry (index & 15) elsewhere. Row k holds the difference to the row
-// before, so that the exclusive or of all lookups is the entry wanted. Entries are differences to the index, which
-// leaves the last rows empty.
-template <Law From>
-constexpr Table<uint8_t, 128> makeSteps() {
-  constexpr int in = From == Law::kA ? kALawInversion : kMuLawInversion;
-  constexpr int out = From == Law::kA ? kMuLawInversion : kALawInversion;
-  Table<uint8_t, 128> entries{}, t{};
-  for (int i = 0; i < 128; ++i) {
-    const int code = From == Law::kA ? kALawToMuLaw[i ^ in] : kMuLawToALaw[i ^ in];
-    entries.x[i] = uint8_t((code & 127) ^ out ^ i);
-  }
-  for (int i = 0; i < 128; ++i) t.x[i] = uint8_t(entries.x[i] ^ (i < 16 ? 0 : entries.x[i - 16]));
-  return t;
-}
-template <Law From>
-struct Steps {
-  static constexpr Table<uint8_t, 128> all = makeSteps<From>();
-  static constexpr bool emptyRow(int k) {
-    for (int i = 0; i < 16; ++i)
-      if (all.x[16 * k + i] != 0) return false;
-    return true;
-  }
+// With sign and inversion taken off, either table is a chain of straight pieces of slope 1 joined by short ones of
+// slope 2 or 1/2, no more than one joint in any 16 entries: the upper nibble says which pieces meet there.
+struct Joints {
+  uint8_t offset[16], bend[16];
 };
+constexpr Joints kALawJoints = {{8, 8, 4, 2, 1, 0, 0, 0}, {255, 39, 51, 65, 255, 255, 255, 255}};
+constexpr Joints kMuLawJoints = {{16, 8, 4, 2, 1, 0, 0, 0}, {0, 0, 40, 51, 0, 81, 0, 0}};
 
-template <Law From, int K>
-VEK_INLINE Pack<uint8_t> addRow(Pack<uint8_t> sum, Pack<uint8_t> index) {
-  if constexpr (Steps<From>::emptyRow(K)) {
-    return sum;
+template <Law From>
+VEK_INLINE Pack<uint8_t> otherIndex(Pack<uint8_t> x, Pack<uint8_t> row) {
+  if constexpr (From == Law::kA) {
+    const Pack<uint8_t> straight = x + lookup(kALawJoints.offset, row);
+    const Pack<uint8_t> halved = averageUp(x, lookup(kALawJoints.bend, row));
+    return minOf(minOf(straight, halved), x + x + broadcast(uint8_t(1)));
   } else {
-    constexpr const uint8_t* row = &Steps<From>::all.x[16 * K];
-    return sum ^ lookup(*reinterpret_cast<const uint8_t(*)[16]>(row), index - broadcast(uint8_t(16 * K)));
+    const Pack<uint8_t> straight = subSaturated(x, lookup(kMuLawJoints.offset, row));
+    const Pack<uint8_t> doubled = subSaturated(x + x, lookup(kMuLawJoints.bend, row));
+    return maxOf(minOf(straight, doubled), x - averageUp(x, zeros<uint8_t>()));
   }
 }
 
 template <Law From>
 VEK_INLINE Pack<uint8_t> transcodePack(Pack<uint8_t> codes) {
   constexpr uint8_t in = From == Law::kA ? kALawInversion : kMuLawInversion;
-  constexpr uint8_t both = kALawInversion ^ kMuLawInversion;
   const Pack<uint8_t> index = (codes & broadcast(uint8_t(127))) ^ broadcast(in);
-  Pack<uint8_t> r = codes ^ broadcast(both);
-  r = addRow<From, 0>(r, index), r = addRow<From, 1>(r, index), r = addRow<From, 2>(r, index);
-  r = addRow<From, 3>(r, index), r = addRow<From, 4>(r, index), r = addRow<From, 5>(r, index);
-  r = addRow<From, 6>(r, index), r = addRow<From, 7>(r, index);
-  return r;
+  const Pack<uint8_t> row = bits<uint8_t>(bits<uint16_t>(index) >> 4) & broadcast(uint8_t(15));
+  return otherIndex<From>(index, row) ^ (codes ^ index) ^ broadcast(uint8_t(kALawInversion ^ kMuLawInversion));
 }
 
 template <Law From>

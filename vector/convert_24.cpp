@@ -18,10 +18,10 @@ constexpr uint32_t kHigh24u = (1u << 24) - 1;
 alignas(16) constexpr uint8_t kSpreadFirst[16] = {128, 0, 1, 2, 128, 3, 4, 5, 128, 6, 7, 8, 128, 9, 10, 11};
 alignas(16) constexpr uint8_t kSpreadLast[16] = {128, 4, 5, 6, 128, 7, 8, 9, 128, 10, 11, 12, 128, 13, 14, 15};
 
-VEK_INLINE __m128i order(const uint8_t (&table)[16]) { return _mm_load_si128((const __m128i*)table); }
+[[maybe_unused]] VEK_INLINE __m128i order(const uint8_t (&table)[16]) { return _mm_load_si128((const __m128i*)table); }
 
 // The same by byte shifts, for the levels without a byte shuffle.
-VEK_INLINE __m128i spreadByShifts(__m128i x) {
+[[maybe_unused]] VEK_INLINE __m128i spreadByShifts(__m128i x) {
   const __m128i pair0 = _mm_unpacklo_epi32(x, _mm_srli_si128(x, 3));
   const __m128i pair1 = _mm_unpacklo_epi32(_mm_srli_si128(x, 6), _mm_srli_si128(x, 9));
   return _mm_slli_epi32(_mm_unpacklo_epi64(pair0, pair1), 8);
@@ -62,7 +62,7 @@ constexpr auto kAsFloat = [](auto x) VEK_LAMBDA { return toFloat(bits<int32_t>(x
 // The lower three bytes of each lane to the first 12 bytes.
 alignas(16) constexpr uint8_t kGather[16] = {0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, 128, 128, 128, 128};
 
-VEK_INLINE __m128i gather12(__m128i x) {
+[[maybe_unused]] VEK_INLINE __m128i gather12(__m128i x) {
   if constexpr (kSsse3) {
     return lookup16(x, order(kGather));
   } else {

@@ -57,11 +57,13 @@ VEK_INLINE void toHalf(const S* src, Vek16f* dst, int len) {
             src);
 }
 
-VEK_INLINE void toHalfF16c(const float* src, Vek16f* dst, int len, VekRoundMode mode) {
-  floatToHalfF16c(src, dst, len, mode);
-}
-VEK_INLINE void toHalfF16c(const int16_t* src, Vek16f* dst, int len, VekRoundMode mode) {
-  int16ToHalfF16c(src, dst, len, mode);
+template <class S>
+VEK_INLINE void toHalfF16c(const S* src, Vek16f* dst, int len, VekRoundMode mode) {
+  if constexpr (kSame<S, float>) {
+    floatToHalfF16c(src, dst, len, mode);
+  } else {
+    int16ToHalfF16c(src, dst, len, mode);
+  }
 }
 
 template <class S>

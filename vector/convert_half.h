@@ -13,11 +13,11 @@ namespace {
 
 constexpr int kRebias = 127 - 15;
 
-// Eight halves to floats, exactly. A denormal becomes the fraction of a normal number from which that number's leading
-// one is subtracted, so that no operand of the subtraction is a denormal.
+// Eight halves, sign-extended to 32 bits, to floats, exactly. A denormal becomes the fraction of a normal number from
+// which that number's leading one is subtracted, so that no operand of the subtraction is a denormal.
 VEK_INLINE Pack<float> halfToFloat(Pack<int32_t> h) {
   const Pack<int32_t> magnitude = h & broadcast(0x7FFF);
-  const Pack<int32_t> sign = (h ^ magnitude) << 16;
+  const Pack<int32_t> sign = h & broadcast(INT32_MIN);
   const Pack<int32_t> shifted = magnitude << 13;
   const Pack<int32_t> rebias = broadcast(kRebias << 23), denormalBias = broadcast((kRebias + 1) << 23);
   const Pack<int32_t> isSpecial = bits<int32_t>(magnitude > broadcast(0x7BFF));
@@ -25,42 +25,50 @@ VEK_INLINE Pack<float> halfToFloat(Pack<int32_t> h) {
   const Pack<int32_t> denormal = bits<int32_t>(bits<float>(shifted + denormalBias) - bits<float>(denormalBias));
   return bits<float>(select(magnitude < broadcast(0x400), denormal, normal) | sign);
 }
-VEK_INLINE Pack<float> halfToFloat(const Vek16f* p) { return halfToFloat(loadWiden<int32_t>(p)); }
+VEK_INLINE Pack<float> halfToFloat(const Vek16f* p) {
+  return halfToFloat(loadWiden<int32_t>(reinterpret_cast<const int16_t*>(p)));
+}
 
-// Half patterns of eight magnitudes (sign bit cleared), to nearest even. Adding a number whose last fraction bit weighs
-// 2^-24 lets the addition round a denormal; the fraction of a normal is rounded by a carry that may pass into the
-// exponent and on to infinity.
-VEK_INLINE Pack<int32_t> finiteToHalfNearest(Pack<int32_t> m) {
-  constexpr int32_t denormalUnit = (127 - 1) << 23;  // 0.5
-  const Pack<int32_t> denormal =
-      bits<int32_t>(bits<float>(m) + bits<float>(broadcast(denormalUnit))) - broadcast(denormalUnit);
-  const Pack<int32_t> odd = (m >> 13) & broadcast(1);
-  const Pack<int32_t> normal = (m + odd + broadcast(0xFFF - (kRebias << 23))) >> 13;
-  return select(m < broadcast((kRebias + 1) << 23), denormal, minOf(normal, broadcast(0x7C00)));
+// Half patterns of eight magnitudes that are not NaN, to nearest even. To each is added the power of two whose last
+// fraction bit weighs as much as that of the half, or as that of a denormal half: the addition rounds, and the fraction
+// of the sum is the significand of the half, leading one included. What rounds to 2^16 comes out as infinity.
+VEK_INLINE Pack<int32_t> magnitudeToHalfNearest(Pack<float> m) {
+  constexpr int32_t least = (kRebias + 1) << 23;  // exponent of the smallest normal half
+  const Pack<float> limited = minOf(m, broadcast(65536.0f));
+  const Pack<int32_t> exponent = bits<int32_t>(limited) & broadcast(0x7F800000);
+  const Pack<int32_t> above = maxOf(exponent - broadcast(least), zeros<int32_t>());
+  const Pack<int32_t> unit = above + broadcast(least + (13 << 23));
+  const Pack<int32_t> significand = bits<int32_t>(limited + bits<float>(unit)) - unit;
+  return significand + (above >> 13);
 }
 // Toward zero: nothing finite passes the largest finite half.
-VEK_INLINE Pack<int32_t> finiteToHalfTruncated(Pack<int32_t> m) {
-  const Pack<int32_t> denormal = toInt32Truncated(bits<float>(m) * broadcast(16777216.0f));
-  const Pack<int32_t> normal = (m - broadcast(kRebias << 23)) >> 13;
-  return select(m < broadcast((kRebias + 1) << 23), denormal, minOf(normal, broadcast(0x7BFF)));
+VEK_INLINE Pack<int32_t> magnitudeToHalfTruncated(Pack<float> m) {
+  constexpr int32_t least = (kRebias + 1) << 23;
+  const Pack<int32_t> b = bits<int32_t>(m);
+  const Pack<int32_t> denormal = toInt32Truncated(m * broadcast(16777216.0f));
+  const Pack<int32_t> normal = minOf((b - broadcast(kRebias << 23)) >> 13, broadcast(0x7BFF));
+  const Pack<int32_t> finite = select(b < broadcast(least), denormal, normal);
+  return select(b < broadcast(0x7F800000), finite, broadcast(0x7C00));
 }
-
-// Eight floats to half patterns in the low 16 bits of their lanes; the upper bits repeat the sign.
 template <int Mode>
-VEK_INLINE Pack<int32_t> floatToHalf(Pack<float> x) {
-  const Pack<int32_t> b = bits<int32_t>(x);
-  const Pack<int32_t> m = b & broadcast(0x7FFFFFFF);
-  const Pack<int32_t> infinity = broadcast(0x7F800000);
-  const Pack<int32_t> finite = Mode == vekRoundNearestEven ? finiteToHalfNearest(m) : finiteToHalfTruncated(m);
-  const Pack<int32_t> special = broadcast(0x7C00) + (bits<int32_t>(m > infinity) & broadcast(0x1FF));
-  const Pack<int32_t> result = select(m < infinity, finite, special);
-  return result | ((b >> 31) << 15);
+VEK_INLINE Pack<int32_t> magnitudeToHalf(Pack<float> m) {
+  return Mode == vekRoundNearestEven ? magnitudeToHalfNearest(m) : magnitudeToHalfTruncated(m);
 }
 
-// Sixteen at a time. The lanes hold sign-extended 16-bit patterns, so saturation leaves them alone.
+// NaN in either pack.
+VEK_INLINE bool anyNan(Pack<float> a, Pack<float> b) { return __builtin_expect(any(unordered(a, b)), 0); }
+
+// Sixteen floats to halves. Infinity comes out of either rounding as 0x7C00, and NaN is made of it.
 template <int Mode>
 VEK_INLINE Pack<Vek16f> floatToHalf(Pack<float> a, Pack<float> b) {
-  return bits<Vek16f>(narrowSaturated<int16_t>(floatToHalf<Mode>(a), floatToHalf<Mode>(b)));
+  Pack<int32_t> low = magnitudeToHalf<Mode>(magnitude(a)), high = magnitudeToHalf<Mode>(magnitude(b));
+  if (anyNan(a, b)) {
+    const Pack<int32_t> nan = broadcast(0x7DFF);
+    low = select(maskCast<int32_t>(a == a), low, nan), high = select(maskCast<int32_t>(b == b), high, nan);
+  }
+  // Saturating as integers, negative floats keep their top bit.
+  const Pack<int16_t> sign = narrowSaturated<int16_t>(bits<int32_t>(a), bits<int32_t>(b)) & broadcast(int16_t(-32768));
+  return bits<Vek16f>(narrowSaturated<int16_t>(low, high) | sign);
 }
 
 // Halves to 16-bit integers, by whatever loads eight halves as floats.

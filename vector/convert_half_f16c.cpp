@@ -17,12 +17,8 @@ VEK_INLINE void storeHalf(Vek16f* d, Pack<float> x) {
   _mm_storeu_si128((__m128i_u*)d, _mm256_cvtps_ph((__m256)x.r[0], rounding));
 }
 
-// NaN in either pack. The instructions quiet a NaN where the library keeps its fraction, and keep its fraction where
-// the library has one pattern: blocks with a NaN go through the integer arithmetic.
-VEK_INLINE bool anyNan(Pack<float> a, Pack<float> b) {
-  return __builtin_expect(_mm256_movemask_ps(_mm256_cmp_ps((__m256)a.r[0], (__m256)b.r[0], _CMP_UNORD_Q)), 0);
-}
-
+// The instructions quiet a NaN where the library keeps its fraction, and keep its fraction where the library has one
+// pattern: blocks with a NaN go through the integer arithmetic.
 template <int Mode>
 VEK_INLINE void floatsToHalf(const float* src, Vek16f* dst, int len) {
   sweep<16>(

@@ -11,18 +11,41 @@ namespace {
 constexpr int kLanes = Pack<float>::lanes;
 
 VEK_INLINE Two<float> loadSplit(const float* re, const float* im) { return {load(re), load(im)}; }
-VEK_INLINE Two<float> loadSplit(const Vek32fc* s) {
-  return deinterleave(load(parts(s)), load(parts(s) + kLanes));
-}
+VEK_INLINE Two<float> loadSplit(const Vek32fc* s) { return deinterleave(load(parts(s)), load(parts(s) + kLanes)); }
 
-// re^2 + im^2, both squares and the sum rounded.
-VEK_INLINE Pack<float> power(const float* re, const float* im) {
-  const Pack<float> x = load(re), y = load(im);
-  return x * x + y * y;
+// What is computed from the parts of each element, given as packs or as a block in memory.
+struct Power {
+  VEK_INLINE Pack<float> operator()(Pack<float> re, Pack<float> im) const { return re * re + im * im; }
+  VEK_INLINE Pack<float> operator()(const Vek32fc* s) const {
+    const Pack<float> a = load(parts(s)), b = load(parts(s) + kLanes);
+    return addNeighbours(a * a, b * b);
+  }
+};
+struct Magnitude {
+  template <class... S>
+  VEK_INLINE Pack<float> operator()(S... s) const {
+    return squareRoot(Power()(s...));
+  }
+};
+struct Phase {
+  VEK_INLINE Pack<float> operator()(Pack<float> re, Pack<float> im) const { return angleOf(im, re); }
+  VEK_INLINE Pack<float> operator()(const Vek32fc* s) const {
+    const Two<float> z = loadSplit(s);
+    return angleOf(z.b, z.a);
+  }
+};
+
+template <class Op>
+VEK_INLINE VekStatus realResults(const float* re, const float* im, float* dst, int len) {
+  if (const VekStatus s = checkVectors(len, re, im, dst)) return s;
+  mapPacks(Op(), dst, len, re, im);
+  return vekStsNoErr;
 }
-VEK_INLINE Pack<float> power(const Vek32fc* s) {
-  const Pack<float> a = load(parts(s)), b = load(parts(s) + kLanes);
-  return addNeighbours(a * a, b * b);
+template <class Op>
+VEK_INLINE VekStatus realResults(const Vek32fc* src, float* dst, int len) {
+  if (const VekStatus s = checkVectors(len, src, dst)) return s;
+  sweep<kLanes>([](float* d, const Vek32fc* s) VEK_LAMBDA { store(d, Op()(s)); }, dst, len, src);
+  return vekStsNoErr;
 }
 
 VEK_INLINE void storeSplit(Pack<float> re, Pack<float> im, float* dstRe, float* dstIm) {
@@ -35,41 +58,14 @@ VEK_INLINE void storeSplit(Pack<float> re, Pack<float> im, Vek32fc* d) {
   store(parts(d) + kLanes, x.b);
 }
 
-// One real result for each element of the source, which is one array or two.
-template <class... S>
-VEK_INLINE VekStatus powerSpectrum(float* dst, int len, const S*... src) {
-  if (const VekStatus s = checkVectors(len, src..., dst)) return s;
-  sweep<kLanes>([](float* d, const S*... s) VEK_LAMBDA { store(d, power(s...)); }, dst, len, src...);
-  return vekStsNoErr;
-}
-
-template <class... S>
-VEK_INLINE VekStatus magnitudes(float* dst, int len, const S*... src) {
-  if (const VekStatus s = checkVectors(len, src..., dst)) return s;
-  sweep<kLanes>([](float* d, const S*... s) VEK_LAMBDA { store(d, squareRoot(power(s...))); }, dst, len, src...);
-  return vekStsNoErr;
-}
-
-template <class... S>
-VEK_INLINE VekStatus phases(float* dst, int len, const S*... src) {
-  if (const VekStatus s = checkVectors(len, src..., dst)) return s;
-  sweep<kLanes>(
-      [](float* d, const S*... s) VEK_LAMBDA {
-        const Two<float> z = loadSplit(s...);
-        store(d, angleOf(z.b, z.a));
-      },
-      dst, len, src...);
-  return vekStsNoErr;
-}
-
 template <class... S>
 VEK_INLINE VekStatus toPolar(float* dstMagn, float* dstPhase, int len, const S*... src) {
   if (const VekStatus s = checkVectors(len, src..., dstMagn, dstPhase)) return s;
   sweepTwo<kLanes>(
       [](float* magn, float* phase, const S*... s) VEK_LAMBDA {
         const Two<float> z = loadSplit(s...);
-        store(magn, squareRoot(z.a * z.a + z.b * z.b));
-        store(phase, angleOf(z.b, z.a));
+        store(magn, Magnitude()(z.a, z.b));
+        store(phase, Phase()(z.a, z.b));
       },
       dstMagn, dstPhase, len, src...);
   return vekStsNoErr;
@@ -86,19 +82,23 @@ VEK_INLINE void fromPolar(const float* magn, const float* phase, D*... d) {
 }  // namespace
 
 VekStatus veksMagnitude_32f(const Vek32f* pSrcRe, const Vek32f* pSrcIm, Vek32f* pDst, int len) {
-  return magnitudes(pDst, len, pSrcRe, pSrcIm);
+  return realResults<Magnitude>(pSrcRe, pSrcIm, pDst, len);
 }
-VekStatus veksMagnitude_32fc(const Vek32fc* pSrc, Vek32f* pDst, int len) { return magnitudes(pDst, len, pSrc); }
+VekStatus veksMagnitude_32fc(const Vek32fc* pSrc, Vek32f* pDst, int len) {
+  return realResults<Magnitude>(pSrc, pDst, len);
+}
 
 VekStatus veksPhase_32f(const Vek32f* pSrcRe, const Vek32f* pSrcIm, Vek32f* pDst, int len) {
-  return phases(pDst, len, pSrcRe, pSrcIm);
+  return realResults<Phase>(pSrcRe, pSrcIm, pDst, len);
 }
-VekStatus veksPhase_32fc(const Vek32fc* pSrc, Vek32f* pDst, int len) { return phases(pDst, len, pSrc); }
+VekStatus veksPhase_32fc(const Vek32fc* pSrc, Vek32f* pDst, int len) { return realResults<Phase>(pSrc, pDst, len); }
 
 VekStatus veksPowerSpectrum_32f(const Vek32f* pSrcRe, const Vek32f* pSrcIm, Vek32f* pDst, int len) {
-  return powerSpectrum(pDst, len, pSrcRe, pSrcIm);
+  return realResults<Power>(pSrcRe, pSrcIm, pDst, len);
 }
-VekStatus veksPowerSpectrum_32fc(const Vek32fc* pSrc, Vek32f* pDst, int len) { return powerSpectrum(pDst, len, pSrc); }
+VekStatus veksPowerSpectrum_32fc(const Vek32fc* pSrc, Vek32f* pDst, int len) {
+  return realResults<Power>(pSrc, pDst, len);
+}
 
 VekStatus veksCartToPolar_32f(const Vek32f* pSrcRe, const Vek32f* pSrcIm, Vek32f* pDstMagn, Vek32f* pDstPhase,
                               int len) {

@@ -10,7 +10,7 @@ namespace {
 
 constexpr int kFloats = Pack<float>::lanes;
 
-// ---- absolute values ------------------------------------------------------------------------------------------------
+// ---- absolute values -----------------------------------------------------------------------------------------------
 
 // Floats keep every other bit; of the integers the most negative gives the most positive.
 VEK_INLINE Pack<float> absolute(Pack<float> x) { return magnitude(x); }
@@ -27,7 +27,7 @@ VEK_INLINE VekStatus absolute(const T* src, T* dst, int len) {
   return vekStsNoErr;
 }
 
-// ---- squares --------------------------------------------------------------------------------------------------------
+// ---- squares -------------------------------------------------------------------------------------------------------
 
 // Values >= 0 divided by 2^shift, shift >= 1, and rounded to nearest, ties to even: just less than a half is added, and
 // one more where the quotient is odd. The sum must not overflow.
@@ -40,9 +40,7 @@ struct RoundedShift {
     belowHalf = broadcast(T((UnsignedOf<T>(1) << (s - 1)) - 1));
     lowest = broadcast(T(UnsignedOf<T>(1) << s));
   }
-  VEK_INLINE Pack<T> operator()(Pack<T> x) const {
-    return (x + belowHalf - bits<T>((x & lowest) == lowest)) >> shift;
-  }
+  VEK_INLINE Pack<T> operator()(Pack<T> x) const { return (x + belowHalf - bits<T>((x & lowest) == lowest)) >> shift; }
 };
 
 // The largest root whose square, times 2^left, does not pass `most`.
@@ -97,8 +95,7 @@ VEK_INLINE void squareScaled(const Vek16s* src, Vek16s* dst, int len, int scaleF
     const int left = scaleFactor < -15 ? 15 : -scaleFactor;
     const int root = largestRoot(left, 32767);
     const P most = broadcast(int16_t(root)), least = broadcast(int16_t(-root)), end = broadcast(int16_t(32767));
-    mapPacks(
-        [=](P x) VEK_LAMBDA { return select((x > most) | (x < least), end, (x * x) << left); }, dst, len, src);
+    mapPacks([=](P x) VEK_LAMBDA { return select((x > most) | (x < least), end, (x * x) << left); }, dst, len, src);
   }
 }
 
@@ -121,7 +118,7 @@ VEK_INLINE VekStatus square(const Vek32fc* src, Vek32fc* dst, int len) {
   return vekStsNoErr;
 }
 
-// ---- square roots of integers ---------------------------------------------------------------------------------------
+// ---- square roots of integers --------------------------------------------------------------------------------------
 
 // 2^exponent, -126 <= exponent <= 127.
 VEK_INLINE float powerOfTwo(int exponent) {
@@ -132,8 +129,8 @@ VEK_INLINE float powerOfTwo(int exponent) {
 }
 
 // The root of eight integers >= 0, scaled and rounded. sqrt(x) * 2^left meets a tie t only for square numbers x, where
-// it is exact, and else keeps a distance of more than 1 / (2t)^2 / 2 of itself from it. With 2t < 2^10, as for all bytes,
-// and for 16 bits up to left = 2, single precision therefore rounds like exact arithmetic.
+// it is exact, and else keeps a distance of more than 1 / (2t)^2 / 2 of itself from it. With 2t < 2^10, as for all
+// bytes, and for 16 bits up to left = 2, single precision therefore rounds like exact arithmetic.
 struct RootInSingle {
   Pack<float> scale;
   VEK_INLINE Pack<int32_t> operator()(Pack<int32_t> x) const { return toInt32Nearest(squareRoot(toFloat(x)) * scale); }
@@ -191,7 +188,7 @@ VEK_INLINE VekStatus rootScaled(const T* src, T* dst, int len, int scaleFactor) 
   return any(signs < zeros<int16_t>()) ? vekStsSqrtNegArg : vekStsNoErr;
 }
 
-// ---- square roots of floats -----------------------------------------------------------------------------------------
+// ---- square roots of floats ----------------------------------------------------------------------------------------
 
 VEK_INLINE VekStatus root(const Vek32f* src, Vek32f* dst, int len) {
   if (const VekStatus s = checkVectors(len, src, dst)) return s;
@@ -231,8 +228,8 @@ VEK_INLINE VekStatus root(const Vek32fc* src, Vek32fc* dst, int len) {
         const Two<float> z = deinterleave(load(parts(s)), load(parts(s) + kFloats));
         const Group<double, 2> re = toDouble(z.a), im = toDouble(z.b);
         const Parts<Pack<double>> low = complexRoot(re.p[0], im.p[0]), high = complexRoot(re.p[1], im.p[1]);
-        const Two<float> r = interleave(toFloat(Group<double, 2>{{low.re, high.re}}),
-                                        toFloat(Group<double, 2>{{low.im, high.im}}));
+        const Two<float> r =
+            interleave(toFloat(Group<double, 2>{{low.re, high.re}}), toFloat(Group<double, 2>{{low.im, high.im}}));
         store(parts(d), r.a);
         store(parts(d) + kFloats, r.b);
       },
@@ -240,7 +237,7 @@ VEK_INLINE VekStatus root(const Vek32fc* src, Vek32fc* dst, int len) {
   return vekStsNoErr;
 }
 
-// ---- normalisation --------------------------------------------------------------------------------------------------
+// ---- normalisation -------------------------------------------------------------------------------------------------
 
 VEK_INLINE VekStatus checkNormalize(const void* src, const void* dst, int len, float div) {
   if (const VekStatus s = checkVectors(len, src, dst)) return s;
@@ -253,15 +250,15 @@ VEK_INLINE auto normalizer(Pack<float> sub, float div) {
 
 }  // namespace
 
-#define VEK_ABS(T)                                                                                            \
-  VekStatus veksAbs_##T(const Vek##T* pSrc, Vek##T* pDst, int len) { return absolute(pSrc, pDst, len); }      \
+#define VEK_ABS(T)                                                                                       \
+  VekStatus veksAbs_##T(const Vek##T* pSrc, Vek##T* pDst, int len) { return absolute(pSrc, pDst, len); } \
   VekStatus veksAbs_##T##_I(Vek##T* pSrcDst, int len) { return absolute(pSrcDst, pSrcDst, len); }
-#define VEK_SCALED(NAME, FUNCTION, T)                                                                         \
-  VekStatus veks##NAME##_##T##_Sfs(const Vek##T* pSrc, Vek##T* pDst, int len, int scaleFactor) {              \
-    return FUNCTION(pSrc, pDst, len, scaleFactor);                                                            \
-  }                                                                                                           \
-  VekStatus veks##NAME##_##T##_ISfs(Vek##T* pSrcDst, int len, int scaleFactor) {                              \
-    return FUNCTION(pSrcDst, pSrcDst, len, scaleFactor);                                                      \
+#define VEK_SCALED(NAME, FUNCTION, T)                                                            \
+  VekStatus veks##NAME##_##T##_Sfs(const Vek##T* pSrc, Vek##T* pDst, int len, int scaleFactor) { \
+    return FUNCTION(pSrc, pDst, len, scaleFactor);                                               \
+  }                                                                                              \
+  VekStatus veks##NAME##_##T##_ISfs(Vek##T* pSrcDst, int len, int scaleFactor) {                 \
+    return FUNCTION(pSrcDst, pSrcDst, len, scaleFactor);                                         \
   }
 #define VEK_FLOAT(NAME, FUNCTION, T)                                                                          \
   VekStatus veks##NAME##_##T(const Vek##T* pSrc, Vek##T* pDst, int len) { return FUNCTION(pSrc, pDst, len); } \

@@ -584,6 +584,20 @@ VEK_INLINE Mask<T> operator<=(Pack<T> a, Pack<T> b) {
   return b >= a;
 }
 
+// NaN on either side.
+template <class T>
+VEK_INLINE Mask<T> unordered(Pack<T> a, Pack<T> b) {
+  static_assert(kSame<T, float>);
+  return each<Mask<T>>([&](int i) VEK_LAMBDA {
+    using Reg = typename Mask<T>::Reg;
+    if constexpr (sizeof(Reg) == 32) {
+      return regCast<Reg>(_mm256_cmp_ps((__m256)a.r[i], (__m256)b.r[i], _CMP_UNORD_Q));
+    } else {
+      return regCast<Reg>(_mm_cmpunord_ps((__m128)a.r[i], (__m128)b.r[i]));
+    }
+  });
+}
+
 // Lane by lane: a where the mask is set, b elsewhere.
 template <class T>
 VEK_INLINE Pack<T> select(Mask<T> m, Pack<T> a, Pack<T> b) {

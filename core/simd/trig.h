@@ -10,25 +10,26 @@
 namespace vek::VEK_SLOT {
 namespace {
 
-// c[0] + c[1] z + c[2] z^2 + ...; the long ones by even and odd terms apart: two chains, each half as long, keep the
-// units busy.
+// c[0] + c[1] z + c[2] z^2 + ... The terms from z^2 up go by even and odd powers apart: two chains, each half as long,
+// keep the units busy, and what they round weighs little in the sum.
 template <int N>
 VEK_INLINE Pack<float> polynomial(Pack<float> z, const float (&c)[N]) {
-  if constexpr (N == 3) {
-    return (broadcast(c[2]) * z + broadcast(c[1])) * z + broadcast(c[0]);
-  } else {
+  static_assert(N == 3 || N > 4);
+  Pack<float> tail = broadcast(c[N - 1]);
+  if constexpr (N > 4) {
     const Pack<float> z2 = z * z;
     Pack<float> p[2] = {broadcast(c[(N - 1) & ~1]), broadcast(c[((N - 2) & ~1) + 1])};
 #pragma GCC unroll 16
-    for (int i = N - 3; i >= 0; --i) p[i & 1] = p[i & 1] * z2 + broadcast(c[i]);
-    return p[0] + p[1] * z;
+    for (int i = N - 3; i >= 2; --i) p[i & 1] = p[i & 1] * z2 + broadcast(c[i]);
+    tail = p[0] + p[1] * z;
   }
+  return (tail * z + broadcast(c[1])) * z + broadcast(c[0]);
 }
 
-// ---- the angle of a point -------------------------------------------------------------------------------------------
+// ---- the angle of a point ------------------------------------------------------------------------------------------
 
 // Minimax in relative error: arctan t = t - t * z * P(z), z = t^2, for t in [0, 1].
-constexpr float kArctan[] = {0x1.5554dcp-2f, -0x1.9978ecp-3f, 0x1.230a96p-3f,  -0x1.b4def2p-4f,
+constexpr float kArctan[] = {0x1.5554dcp-2f, -0x1.9978ecp-3f, 0x1.230a96p-3f, -0x1.b4def2p-4f,
                              0x1.355226p-4f, -0x1.61f40ep-5f, 0x1.0c2192p-6f, -0x1.7ec05ep-9f};
 constexpr float kHalfPi = 0x1.921fb6p+0f;
 constexpr float kHalfPiRest = -0x1.de12cap-26f;  // (pi/2 - kHalfPi) / kHalfPi
@@ -39,14 +40,13 @@ constexpr float kHalfPiRest = -0x1.de12cap-26f;  // (pi/2 - kHalfPi) / kHalfPi
 // pi plus or minus that. The sum is ordered so that only its last addition rounds in the digits that count.
 VEK_INLINE Pack<float> angleOf(Pack<float> y, Pack<float> x) {
   const Pack<float> one = broadcast(1.0f), halfPi = broadcast(kHalfPi);
-  const Pack<float> ax = magnitude(x), ay = magnitude(y);
-  // The order of the operands lets a NaN on either side reach the quotient.
-  const Pack<float> large = maxOf(ay, ax), small = minOf(ax, ay);
-  // inf/inf counts as 1, and 0/0 as 0: where the quotient is NaN the minimum is its second operand, 1 or large's NaN.
-  const Pack<float> quotient = minOf(small / large, minOf(one, maxOf(one, large)));
+  const Pack<float> ax = magnitude(x), ay = magnitude(y), sum = ax + ay;
+  // 0/0 counts as 0 and inf/inf as 1: where the quotient is NaN the minimum is its second operand, 1 unless the sum has
+  // a NaN of x or y.
+  const Pack<float> quotient = minOf(minOf(ax, ay) / maxOf(ax, ay), minOf(one, maxOf(one, sum)));
   const Mask<float> steep = ay > ax;
   const Pack<float> side = signOf(x);
-  const Pack<float> t = keep(large != zeros<float>(), quotient) ^ signOf(bits<float>(steep)) ^ side;
+  const Pack<float> t = keep(sum != zeros<float>(), quotient) ^ signOf(bits<float>(steep)) ^ side;
   const Pack<float> z = t * t;
   const Pack<float> rest = t * z * polynomial(z, kArctan);
 
@@ -55,7 +55,7 @@ VEK_INLINE Pack<float> angleOf(Pack<float> y, Pack<float> x) {
   return ((base + t) + (base * broadcast(kHalfPiRest) - rest)) ^ signOf(y);
 }
 
-// ---- sine and cosine --------------------------------------------------------------------------------------------------
+// ---- sine and cosine -----------------------------------------------------------------------------------------------
 
 // An angle as quarter * pi/2 + high - excess, |high| within a little of pi/4; quarter counts modulo 4.
 struct Reduced {
@@ -171,7 +171,7 @@ VEK_INLINE SineCosine sineCosineOf(Pack<float> angle) {
   const Pack<float> z = r.high * r.high;
   // What is taken from high is +0 where high is -0: a phase of -0 keeps its sign.
   const Pack<float> s = r.high - (r.high * z * polynomial(z, kSine) + r.excess);
-  // The excess, at most half an ulp of high, moves the cosine by less than a third of its own.
+  // The excess, at most half an ulp of high, moves the cosine by less than a third of an ulp and is left out.
   const Pack<float> c = broadcast(1.0f) - z * (broadcast(0.5f) - z * polynomial(z, kCosine));
 
   // Odd quarters exchange the two; the quarter's bit 1 is the sign of the sine, bits 0 and 1 make that of the cosine.
