@@ -62,7 +62,7 @@ VEK_INLINE Vek32fc complexDot(const float* src1, const float* src2, ptrdiff_t n)
 #pragma GCC unroll 4
   for (int k = 0; k < K; ++k) straight[k] = crossed[k] = zeros<float>();
   const auto add = [&](int k, ptrdiff_t at) VEK_LAMBDA {
-    const Pack<float> x = load(src1 + at), y = load(src2 + at);
+    const Pack<float> x = loadOnce(src1 + at), y = loadOnce(src2 + at);
     straight[k] = fusedMulAdd(x, y, straight[k]);
     crossed[k] = fusedMulAdd(x, swapPairs(y), crossed[k]);
   };
