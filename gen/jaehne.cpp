@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "core/simd/checks.h"
+#include "gen/indexed.h"
+#include "vek.h"
+
+namespace vek::VEK_SLOT {
+namespace {
+
+constexpr double kHalfPi = 1.5707963267948966;
+
+constexpr double reciprocalFactorial(int n) {
+  double f = 1;
+  for (int k = 2; k <= n; ++k) f *= k;
+  return n / 2 % 2 == 0 ? 1 / f : -1 / f;
+}
+
+// sin(x) for 0 <= x < 2^32. The multiple of pi nearest to x is taken off in parts: products of the multiple, below
+// 2^31, with the 22-bit parts of pi are exact, and so are the first two differences; what the third loses is carried
+// along. The sine of the rest is its Taylor series, whose remainder at pi/2 is below 2^-59.
+VEK_INLINE Pack<double> sine(Pack<double> x) {
+  const auto constant = [](double c) VEK_LAMBDA { return broadcast(c); };
+  // Adding 1.5 * 2^52 rounds to an integer and leaves its parity in the lowest bit.
+  const Pack<double> big = constant(6755399441055744.0);
+  const Pack<double> shifted = x * constant(0.3183098861837907) + big, q = shifted - big;
+  const Pack<double> near = x - q * constant(0x3243F6p-20) - q * constant(0x2A2216p-42);
+  const Pack<double> third = q * constant(0x2308D3p-64), r = near - third;
+  const Pack<double> rest = (near - r) - third - q * constant(0x1.3198A2E037073p-68);
+  const Pack<double> s = r * r;
+  Pack<double> p = constant(reciprocalFactorial(21));
+#pragma GCC unroll 9
+  for (int n = 19; n >= 3; n -= 2) p = p * s + constant(reciprocalFactorial(n));
+  const Pack<double> slope = constant(1.0) - s * (constant(0.5) - s * constant(1.0 / 24));
+  const Pack<double> y = r + (r * s * p + rest * slope);
+  return bits<double>(bits<uint64_t>(y) ^ (bits<uint64_t>(shifted) << 63));
+}
+
+// The angle (pi/2 / len) * n * n of four indices and its sine.
+VEK_INLINE Pack<double> chirp(__m128i index, double magn, double rate) {
+  const Pack<double> n = int32sToDouble(index);
+  return broadcast(magn) * sine(broadcast(rate) * n * n);
+}
+VEK_INLINE Group<double, 2> chirp(Pack<int32_t> index, double magn, double rate) {
+  return {{chirp(half(index, 0), magn, rate), chirp(half(index, 1), magn, rate)}};
+}
+
+VEK_INLINE void storeAs(float* dst, Group<double, 2> x) { store(dst, toFloat(x)); }
+VEK_INLINE void storeAs(int32_t* dst, Group<double, 2> x) {
+  const Pack<double> h = broadcast(0.5);
+  store(dst, toInt32Truncated(Group<double, 2>{{x.p[0] + (h | signOf(x.p[0])), x.p[1] + (h | signOf(x.p[1]))}}));
+}
+
+template <class D>
+VEK_INLINE VekStatus jaehne(D* dst, int len, D magn) {
+  if (const VekStatus s = checkVectors(len, dst)) return s;
+  if (magn < 0) return vekStsJaehneErr;
+  const double size = len == 1 ? 0 : double(magn), rate = kHalfPi / len;
+  fillIndexed<8>(dst, len, 0, [=](D* out, Pack<int32_t> index) VEK_LAMBDA { storeAs(out, chirp(index, size, rate)); });
+  return vekStsNoErr;
+}
+
+}  // namespace
+
+VekStatus veksVectorJaehne_32f(Vek32f* pDst, int len, Vek32f magn) { return jaehne(pDst, len, magn); }
+VekStatus veksVectorJaehne_32s(Vek32s* pDst, int len, Vek32s magn) { return jaehne(pDst, len, magn); }
+
+}  // namespace vek::VEK_SLOT

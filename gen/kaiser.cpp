@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <math.h>
+
+#include "gen/taper.h"
+#include "vek.h"
+
+namespace vek::VEK_SLOT {
+namespace {
+
+// e^x for 0 <= x < 700, within one unit in the last place and alike in every slot: 2^k times the Taylor series of e^r,
+// |r| <= ln(2)/2, whose remainder is below 2^-57.
+VEK_INLINE Pack<double> exponential(Pack<double> x) {
+  const auto constant = [](double c) VEK_LAMBDA { return broadcast(c); };
+  // Adding 1.5 * 2^52 rounds to an integer and leaves it in the lowest bits.
+  const Pack<double> big = constant(6755399441055744.0);
+  const Pack<double> shifted = x * constant(1.4426950408889634) + big, k = shifted - big;
+  const Pack<double> r = x - k * constant(0x1.62E42FEFA3800p-1) - k * constant(0x1.EF35793C76730p-45);
+  constexpr auto perFactorial = [](int n) {
+    double f = 1;
+    for (int i = 2; i <= n; ++i) f *= i;
+    return 1 / f;
+  };
+  Pack<double> p = constant(perFactorial(13));
+#pragma GCC unroll 11
+  for (int n = 12; n >= 2; --n) p = p * r + constant(perFactorial(n));
+  const Pack<double> e = constant(1.0) + (r + r * r * p);
+  return e * bits<double>((bits<uint64_t>(shifted) << 52) + broadcast(uint64_t(1023) << 52));
+}
+
+template <int N>
+VEK_INLINE Pack<double> polynomial(const double (&c)[N], Pack<double> x) {
+  Pack<double> p = broadcast(c[N - 1]);
+#pragma GCC unroll 9
+  for (int i = N - 2; i >= 0; --i) p = broadcast(c[i]) + x * p;
+  return p;
+}
+
+// The modified Bessel function I0(x), x >= 0, by Abramowitz and Stegun 9.8.1 below 3.75 and 9.8.2 above.
+VEK_INLINE Pack<double> besselI0(Pack<double> x) {
+  constexpr double below[] = {1.0, 3.5156229, 3.0899424, 1.2067492, 0.2659732, 0.0360768, 0.0045813};
+  constexpr double above[] = {0.39894228,  0.01328592, 0.00225319,  -0.00157565, 0.00916281,
+                              -0.02057706, 0.02635537, -0.01647633, 0.00392377};
+  const Mask<double> small = x < broadcast(3.75);
+  const Pack<double> t = broadcast(0.26666666666666666) * x, nearZero = polynomial(below, t * t);
+  if (all(small)) return nearZero;
+  const Pack<double> far = exponential(x) / squareRoot(x) * polynomial(above, broadcast(3.75) / x);
+  return select(small, nearZero, far);
+}
+
+struct Kaiser {
+  double last, alpha, scale;
+
+  // The weights k .. k+3. Behind the middle of the window, in lanes that no element uses, the argument may be NaN.
+  VEK_INLINE Pack<double> operator()(int k) const {
+    const Pack<double> n = int32sToDouble(half(iota<int32_t>() + broadcast(int32_t(k)), 0));
+    const Pack<double> x = magnitude(squareRoot(n * (broadcast(last) - n)) * broadcast(alpha));
+    return besselI0(x) * broadcast(scale);
+  }
+};
+
+template <class T>
+VEK_INLINE VekStatus kaiser(const T* src, T* dst, int len, float alpha) {
+  if (const VekStatus s = checkVectors(len, src, dst)) return s;
+  if ((len - 1) * 0.5 * fabs(double(alpha)) > 38.0) return vekStsHugeWinErr;
+  const double middle = 0.5 * double(float(len - 1) * alpha);
+  alignas(32) double peak[4];
+  store(peak, besselI0(broadcast(fabs(middle))));
+  const Kaiser weight = {double(len - 1), alpha, 1.0 / peak[0]};
+  taper(src, dst, len, [&](int k) VEK_LAMBDA { return Group<double, 2>{{weight(k), weight(k + 4)}}; });
+  return vekStsNoErr;
+}
+
+}  // namespace
+
+VekStatus veksWinKaiser_32f(const Vek32f* pSrc, Vek32f* pDst, int len, Vek32f alpha) {
+  return kaiser(pSrc, pDst, len, alpha);
+}
+VekStatus veksWinKaiser_32f_I(Vek32f* pSrcDst, int len, Vek32f alpha) { return kaiser(pSrcDst, pSrcDst, len, alpha); }
+VekStatus veksWinKaiser_32fc(const Vek32fc* pSrc, Vek32fc* pDst, int len, Vek32f alpha) {
+  return kaiser(pSrc, pDst, len, alpha);
+}
+VekStatus veksWinKaiser_32fc_I(Vek32fc* pSrcDst, int len, Vek32f alpha) { return kaiser(pSrcDst, pSrcDst, len, alpha); }
+
+}  // namespace vek::VEK_SLOT

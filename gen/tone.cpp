@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "core/simd/convert.h"
+#include "gen/phase.h"
+#include "vek.h"
+
+namespace vek::VEK_SLOT {
+namespace {
+
+VEK_INLINE void storePair(float* dst, __m128d x) {
+  _mm_storel_epi64(reinterpret_cast<__m128i_u*>(dst), (__m128i)_mm_cvtpd_ps(x));
+}
+
+// Each element depends on the one before the last: two chains, side by side in one register. Their latency, one
+// product and one difference for two elements, is what a sample costs.
+VEK_INLINE void fillTone(float* dst, int len, double magn, double freq, double phase) {
+  const double omega = kTwoPi * freq, c = 2 * cos(omega);
+  const double x0 = magn * cos(phase), x1 = magn * cos(phase + omega), x2 = c * x1 - x0, x3 = c * x2 - x1;
+  const double start[4] = {x0, x1, x2, x3};
+  for (int i = 0; i < 4 && i < len; ++i) dst[i] = float(start[i]);
+  const __m128d d = _mm_set1_pd(c * c - 2);
+  __m128d before = _mm_setr_pd(x0, x1), last = _mm_setr_pd(x2, x3);
+  ptrdiff_t n = 4;
+  const auto step = [&]() VEK_LAMBDA {
+    const __m128d next = d * last - before;
+    before = last;
+    last = next;
+  };
+  for (; n + 2 <= len; n += 2) {
+    step();
+    storePair(dst + n, last);
+  }
+  if (n < len) {
+    step();
+    dst[n] = float(_mm_cvtsd_f64(last));
+  }
+}
+
+VEK_INLINE void fillTone(Vek32fc* dst, int len, double magn, double freq, double phase) {
+  const double omega = kTwoPi * freq;
+  const __m128d c = _mm_set1_pd(2 * cos(omega));
+  __m128d before = _mm_setr_pd(magn * cos(phase), magn * sin(phase));
+  __m128d last = _mm_setr_pd(magn * cos(phase + omega), magn * sin(phase + omega));
+  storePair(&dst[0].re, before);
+  if (len > 1) storePair(&dst[1].re, last);
+  for (ptrdiff_t n = 2; n < len; ++n) {
+    const __m128d next = c * last - before;
+    before = last;
+    last = next;
+    storePair(&dst[n].re, last);
+  }
+}
+
+template <class D>
+VEK_INLINE VekStatus tone(D* dst, int len, float magn, float freq, float* phase) {
+  if (!phase) return vekStsNullPtrErr;
+  if (magn <= 0) return vekStsToneMagnErr;
+  if (freq < 0 || freq >= 0.5f) return vekStsToneFreqErr;
+  const float start = *phase;
+  if (outsidePeriod(start)) return vekStsTonePhaseErr;
+  if (!dst) return vekStsNullPtrErr;
+  if (len < 1) return vekStsSizeErr;
+  *phase = advancedPhase(start, freq, len);
+  fillTone(dst, len, magn, freq, start);
+  return vekStsNoErr;
+}
+
+}  // namespace
+
+VekStatus veksTone_Direct_32f(Vek32f* pDst, int len, Vek32f magn, Vek32f rFreq, Vek32f* pPhase, VekHintAlgorithm) {
+  return tone(pDst, len, magn, rFreq, pPhase);
+}
+VekStatus veksTone_Direct_32fc(Vek32fc* pDst, int len, Vek32f magn, Vek32f rFreq, Vek32f* pPhase, VekHintAlgorithm) {
+  return tone(pDst, len, magn, rFreq, pPhase);
+}
+
+}  // namespace vek::VEK_SLOT

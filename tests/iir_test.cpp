@@ -1,0 +1,405 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <gtest/gtest.h>
+
+#include <complex>
+#include <type_traits>
+
+#include "core/memory.h"
+#include "tests/support/data.h"
+#include "tests/support/guarded.h"
+#include "tests/support/slots.h"
+
+namespace {
+
+using namespace vektest;
+
+// ---- the four kinds
+// -----------------------------------------------------------------------------------------------------
+
+#define KIND(NAME, SUFFIX, STATE, SAMPLE, COEF, ORDER_ID)      \
+  struct NAME {                                                \
+    using Sample = SAMPLE;                                     \
+    using Coef = COEF;                                         \
+    using State = STATE;                                       \
+    static constexpr uint32_t id = ORDER_ID;                   \
+    static constexpr auto allocate = veksIIRInitAlloc##SUFFIX; \
+    static constexpr auto init = veksIIRInit##SUFFIX;          \
+    static constexpr auto run = veksIIR##SUFFIX;               \
+    static constexpr auto runI = veksIIR##SUFFIX##_I;          \
+    static constexpr auto one = veksIIROne##SUFFIX;            \
+    static constexpr auto release = veksIIRFree##SUFFIX;       \
+  }
+KIND(R32, _32f, VeksIIRState_32f, Vek32f, Vek32f, 0x49493031);
+KIND(C32, _32fc, VeksIIRState_32fc, Vek32fc, Vek32fc, 0x49493033);
+KIND(R64, 64f_32f, VeksIIRState64f_32f, Vek32f, Vek64f, 0x49493137);
+KIND(C64, 64fc_32fc, VeksIIRState64fc_32fc, Vek32fc, Vek64fc, 0x49493139);
+
+template <class T>
+constexpr bool kIsComplex = std::is_same_v<T, Vek32fc> || std::is_same_v<T, Vek64fc>;
+template <class T>
+struct RealOf {
+  using type = T;
+};
+template <>
+struct RealOf<Vek32fc> {
+  using type = float;
+};
+template <>
+struct RealOf<Vek64fc> {
+  using type = double;
+};
+using Exact = std::complex<long double>;
+
+template <class T>
+Exact exact(T x) {
+  if constexpr (kIsComplex<T>) {
+    return {x.re, x.im};
+  } else {
+    return x;
+  }
+}
+template <class T>
+T rounded(Exact x) {
+  if constexpr (kIsComplex<T>) {
+    return {typename RealOf<T>::type(x.real()), typename RealOf<T>::type(x.imag())};
+  } else {
+    return T(x.real());
+  }
+}
+
+// Numbers of precision R, complex or real, every operation rounded: what the recursion is run in.
+template <class R>
+struct Number {
+  R re = 0, im = 0;
+  friend Number operator+(Number a, Number b) { return {a.re + b.re, a.im + b.im}; }
+  friend Number operator-(Number a, Number b) { return {a.re - b.re, a.im - b.im}; }
+  friend Number operator*(Number a, Number b) { return {a.re * b.re - a.im * b.im, a.re * b.im + a.im * b.re}; }
+};
+template <class R, class T>
+Number<R> number(T x) {
+  return {R(exact(x).real()), R(exact(x).imag())};
+}
+
+// ---- filters and their recursion
+// ----------------------------------------------------------------------------------------
+
+template <class Coef>
+struct Filter {
+  int order = 0, numBq = 0;
+  std::vector<Coef> taps, delay;
+};
+
+// One section's coefficients from its poles and random zeros; a[0] is 1 so that nothing is rounded twice.
+template <class Coef>
+std::vector<Coef> tapsFromPoles(const std::vector<Exact>& poles) {
+  std::vector<Exact> a = {1}, b = {1};
+  for (const Exact& p : poles) {
+    const Exact zero = kIsComplex<Coef> ? p * Exact(0.7L, 0.3L) : Exact(0.5L * p.real());
+    a.push_back(0), b.push_back(0);
+    for (size_t k = a.size() - 1; k > 0; --k) a[k] -= p * a[k - 1], b[k] -= zero * b[k - 1];
+  }
+  std::vector<Coef> taps;
+  for (const Exact& x : b) taps.push_back(rounded<Coef>(x * 0.4L));
+  for (const Exact& x : a) taps.push_back(rounded<Coef>(x));
+  return taps;
+}
+
+// Poles all over the circle; in conjugate pairs where coefficients are real.
+template <class Coef>
+std::vector<Exact> poles(int order, long double radius, long double turn) {
+  std::vector<Exact> p;
+  const long double pi = 3.14159265358979323846L;
+  if (kIsComplex<Coef>) {
+    for (int k = 0; k < order; ++k) p.push_back(std::polar(radius, 2 * pi * (k + turn) / order));
+  } else {
+    for (int k = 0; k < order / 2; ++k)
+      for (int sign : {1, -1}) p.push_back(std::polar(radius, sign * pi * (k + turn) / (order / 2)));
+    if (order % 2) p.push_back(radius * 0.9L);
+  }
+  return p;
+}
+
+template <class Coef>
+Filter<Coef> orderFilter(int order, double radius, double turn) {
+  Filter<Coef> f;
+  f.order = order;
+  f.taps = tapsFromPoles<Coef>(poles<Coef>(order, radius, turn));
+  for (int k = 0; k < order; ++k) f.delay.push_back(rounded<Coef>(Exact(0.1L * k, 0.05L)));
+  return f;
+}
+
+template <class Coef>
+Filter<Coef> biquadFilter(int sections, double radius) {
+  Filter<Coef> f;
+  f.numBq = sections;
+  for (int i = 0; i < sections; ++i) {
+    const std::vector<Coef> t = tapsFromPoles<Coef>(poles<Coef>(2, radius, 0.1 + 0.8 * i / sections));
+    f.taps.insert(f.taps.end(), t.begin(), t.end());
+    for (int k = 0; k < 2; ++k) f.delay.push_back(rounded<Coef>(Exact(0.3L - 0.1L * k, 0.2L)));
+  }
+  return f;
+}
+
+// The recursion sample by sample in precision R.
+template <class R, class Coef, class Sample>
+std::vector<Number<R>> recursion(const Filter<Coef>& f, const std::vector<Sample>& x) {
+  std::vector<Number<R>> c, y, d;
+  for (const Coef& t : f.taps) c.push_back(number<R>(t));
+  for (const Coef& t : f.delay) d.push_back(number<R>(t));
+  d.push_back({});
+  for (const Sample& s : x) {
+    Number<R> v = number<R>(s);
+    for (int q = 0; q < std::max(1, f.numBq); ++q) {
+      const int n = f.numBq ? 2 : f.order;
+      const Number<R>*b = &c[q * 2 * (n + 1)], *a = b + n + 1;
+      Number<R>* e = &d[q * n];
+      const Number<R> out = b[0] * v + e[0];
+      if (f.numBq) {
+        e[0] = e[1] - a[1] * out + b[1] * v;
+        e[1] = b[2] * v - a[2] * out;
+      } else {
+        for (int k = 1; k <= n; ++k) e[k - 1] = b[k] * v - a[k] * out + e[k];
+      }
+      v = out;
+    }
+    y.push_back(v);
+  }
+  return y;
+}
+
+template <class K>
+typename K::State* make(const Filter<typename K::Coef>& f) {
+  typename K::State* s = nullptr;
+  if (!f.numBq) {
+    EXPECT_EQ(K::allocate(&s, f.taps.data(), f.order, f.delay.data()), vekStsNoErr);
+  } else if constexpr (std::is_same_v<K, R32>) {
+    EXPECT_EQ(veksIIRInitAlloc_BiQuad_32f(&s, f.taps.data(), f.numBq, f.delay.data()), vekStsNoErr);
+  } else if constexpr (std::is_same_v<K, C32>) {
+    EXPECT_EQ(veksIIRInitAlloc_BiQuad_32fc(&s, f.taps.data(), f.numBq, f.delay.data()), vekStsNoErr);
+  }
+  return s;
+}
+
+template <class K>
+std::vector<Filter<typename K::Coef>> filters() {
+  using Coef = typename K::Coef;
+  std::vector<Filter<Coef>> all;
+  for (int order : {1, 2, 3, 4, 5, 7, 8, 12, 16, 31, 32, 33, 40}) all.push_back(orderFilter<Coef>(order, 0.9, 0.37));
+  for (int order : {1, 2, 4, 6, 16}) all.push_back(orderFilter<Coef>(order, 0.999, 0.4));
+  if constexpr (std::is_same_v<Coef, typename K::Sample>)
+    for (int sections : {1, 2, 3, 4, 5, 8, 9, 17})
+      for (double radius : {0.8, 0.999}) all.push_back(biquadFilter<Coef>(sections, radius));
+  return all;
+}
+
+template <class K>
+class Iir : public testing::Test {};
+using Kinds = testing::Types<R32, C32, R64, C64>;
+TYPED_TEST_SUITE(Iir, Kinds);
+
+template <class Sample>
+std::vector<Sample> signal(int n) {
+  std::vector<Sample> x = randomVector<Sample>(n);
+  for (Sample& s : x) s = rounded<Sample>(exact(s) * 1e-3L);
+  return x;
+}
+
+long double distance(Exact a, Exact b) { return std::abs(a - b); }
+
+// Every filter against exact arithmetic: the error stays within that of the recursion and the rounding of the output;
+// the generic slot runs the recursion itself.
+TYPED_TEST(Iir, FollowsTheRecursion) {
+  using K = TypeParam;
+  using Sample = typename K::Sample;
+  using R = typename RealOf<typename K::Coef>::type;
+  for (const auto& f : filters<K>()) {
+    const std::vector<Sample> x = signal<Sample>(1500);
+    const auto truth = recursion<long double>(f, x);
+    const auto plain = recursion<R>(f, x);
+    long double largest = 0, error = 0;
+    for (size_t i = 0; i < x.size(); ++i) {
+      const Exact t(truth[i].re, truth[i].im);
+      largest = std::max(largest, std::abs(t));
+      error = std::max(error, distance(t, {plain[i].re, plain[i].im}));
+    }
+    inEverySlot([&](int slot) {
+      SCOPED_TRACE(testing::Message() << "order " << f.order << ", sections " << f.numBq);
+      typename K::State* s = make<K>(f);
+      std::vector<Sample> y(x.size());
+      ASSERT_EQ(K::run(x.data(), y.data(), int(x.size()), s), vekStsNoErr);
+      for (size_t i = 0; i < x.size(); ++i) {
+        ASSERT_TRUE(slot != 0 || sameBits(y[i], rounded<Sample>({plain[i].re, plain[i].im}))) << i;
+        ASSERT_LE(distance(exact(y[i]), {truth[i].re, truth[i].im}), error + 0x1p-23L * largest) << i;
+      }
+      EXPECT_EQ(K::release(s), vekStsNoErr);
+    });
+  }
+}
+
+// Whatever the pieces, and one by one, and in place: one stream. Between guard pages, for all small lengths.
+TYPED_TEST(Iir, PiecesMakeOneStream) {
+  using K = TypeParam;
+  using Sample = typename K::Sample;
+  for (const auto& f : filters<K>()) {
+    if (f.order > 8 && f.order != 33) continue;
+    const std::vector<Sample> x = signal<Sample>(1300);
+    inEverySlot([&](int slot) {
+      typename K::State *whole = make<K>(f), *pieces = make<K>(f);
+      std::vector<Sample> y(x.size());
+      ASSERT_EQ(K::run(x.data(), y.data(), int(x.size()), whole), vekStsNoErr);
+      long double largest = 0;
+      for (const Sample& v : y) largest = std::max(largest, std::abs(exact(v)));
+      for (size_t at = 0, n = 1; at < x.size(); at += n, n = n % 47 + 1) {
+        n = std::min(n, x.size() - at);
+        const Flush flush = n % 2 ? Flush::kBack : Flush::kFront;
+        Guarded<Sample> in(std::vector<Sample>(x.begin() + at, x.begin() + at + n), flush), out(n, flush);
+        if (n == 3) {
+          for (size_t i = 0; i < n; ++i) ASSERT_EQ(K::one(in.at(i), out.data() + i, pieces), vekStsNoErr);
+        } else if (n % 3) {
+          ASSERT_EQ(K::run(in, out, int(n), pieces), vekStsNoErr);
+        } else {
+          ASSERT_EQ(K::runI(in, int(n), pieces), vekStsNoErr);
+          out.assign(in.values());
+        }
+        ASSERT_TRUE(in.intact() && out.intact());
+        for (size_t i = 0; i < n; ++i)
+          ASSERT_LE(distance(exact(out.at(i)), exact(y[at + i])), slot == 0 ? 0.0L : 0x1p-23L * largest);
+      }
+      K::release(whole);
+      K::release(pieces);
+    });
+  }
+}
+
+TYPED_TEST(Iir, NotANumberSpreadsForwardOnly) {
+  using K = TypeParam;
+  using Sample = typename K::Sample;
+  for (const auto& f : {orderFilter<typename K::Coef>(1, 0.5, 0), orderFilter<typename K::Coef>(5, 0.9, 0.2)}) {
+    inEverySlot([&](int) {
+      for (int p : {0, 1, 2, 3, 6, 7, 8, 9, 300, 511, 512, 515})
+        for (float bad : {HUGE_VALF, NAN}) {
+          std::vector<Sample> x = signal<Sample>(600), y(600), clean(600);
+          typename K::State *s = make<K>(f), *t = make<K>(f);
+          K::run(x.data(), clean.data(), 600, t);
+          x[p] = rounded<Sample>(bad);
+          K::run(x.data(), y.data(), 600, s);
+          for (int i = 0; i < p; ++i) ASSERT_LE(distance(exact(y[i]), exact(clean[i])), 1e-5) << p << " " << i;
+          ASSERT_FALSE(std::isfinite(exact(y[p]).real()));
+          ASSERT_FALSE(std::isfinite(exact(y[p + 3]).real()));
+          K::release(s);
+          K::release(t);
+        }
+    });
+  }
+}
+
+template <class K>
+size_t documentedSize(int64_t n) {
+  const bool complex = kIsComplex<typename K::Sample>;
+  const auto up = [](int64_t x) { return (x + 31) / 32 * 32; };
+  const int64_t w = complex ? 16 : 8, tables = n > 32 ? 0 : complex ? 256 + 128 * n : 320 + 64 * n;
+  return size_t(128 + up(w * (2 * n + 1)) + 2 * up(w * (n + 1)) + tables);
+}
+
+TYPED_TEST(Iir, InitKeepsInsideTheDocumentedBuffer) {
+  using K = TypeParam;
+  using Sample = typename K::Sample;
+  inEverySlot([](int) {
+    for (int order : {1, 2, 3, 4, 8, 32, 33, 50}) {
+      const auto f = orderFilter<typename K::Coef>(order, 0.7, 0.3);
+      const std::vector<Sample> x = signal<Sample>(100);
+      std::vector<Sample> want(100), got(100);
+      typename K::State *ref = make<K>(f), *s = nullptr;
+      K::run(x.data(), want.data(), 100, ref);
+      EXPECT_EQ(K::release(ref), vekStsNoErr);
+      for (size_t shift = 0; shift < 40; ++shift) {
+        Guarded<Vek8u> buffer(documentedSize<K>(order), Flush::kBack, shift);
+        ASSERT_EQ(K::init(&s, f.taps.data(), order, f.delay.data(), buffer), vekStsNoErr);
+        ASSERT_EQ(uintptr_t(s) % 32, 0u);
+        ASSERT_EQ(*reinterpret_cast<uint32_t*>(s), K::id);
+        K::run(x.data(), got.data(), 100, s);
+        ASSERT_TRUE(sameVectors(got, want));
+        ASSERT_TRUE(buffer.intact());
+        ASSERT_EQ(K::release(s), vekStsNoErr);  // the caller's buffer stays the caller's
+        ASSERT_EQ(*reinterpret_cast<uint32_t*>(s), K::id);
+      }
+    }
+  });
+}
+
+void* noMemory(size_t) { return nullptr; }
+
+TYPED_TEST(Iir, Refusals) {
+  using K = TypeParam;
+  using Coef = typename K::Coef;
+  using Sample = typename K::Sample;
+  inEverySlot([](int) {
+    typename K::State* s = nullptr;
+    std::vector<Vek8u> buffer(4096);
+    const Coef zero = rounded<Coef>(0), two = rounded<Coef>(2);
+    const std::vector<Coef> bad = {two, two, zero, two}, halved = {two, two, two, zero};
+    EXPECT_EQ(K::allocate(nullptr, bad.data(), 0, nullptr), vekStsNullPtrErr);
+    EXPECT_EQ(K::allocate(&s, nullptr, 0, nullptr), vekStsNullPtrErr);
+    EXPECT_EQ(K::init(&s, bad.data(), 0, nullptr, nullptr), vekStsNullPtrErr);
+    EXPECT_EQ(K::allocate(&s, bad.data(), 0, nullptr), vekStsIIROrderErr);
+    EXPECT_EQ(K::init(&s, bad.data(), INT32_MIN, nullptr, buffer.data()), vekStsIIROrderErr);
+    EXPECT_EQ(K::allocate(&s, bad.data(), 1, nullptr), vekStsDivByZeroErr);
+    EXPECT_EQ(K::init(&s, bad.data(), 1, nullptr, buffer.data()), vekStsDivByZeroErr);
+    vek::allocateRaw = noMemory;
+    EXPECT_EQ(K::allocate(&s, halved.data(), 1, nullptr), vekStsMemAllocErr);
+    vek::allocateRaw = malloc;
+    EXPECT_EQ(s, nullptr);
+    ASSERT_EQ(K::allocate(&s, halved.data(), 1, nullptr), vekStsNoErr);
+    Sample x = rounded<Sample>(6), y = rounded<Sample>(9);
+    EXPECT_EQ(K::run(&x, nullptr, 0, s), vekStsNullPtrErr);
+    EXPECT_EQ(K::run(&x, &y, 0, s), vekStsSizeErr);
+    EXPECT_EQ(K::runI(nullptr, 1, s), vekStsNullPtrErr);
+    EXPECT_EQ(K::one(x, nullptr, s), vekStsNullPtrErr);
+    EXPECT_EQ(K::one(x, &y, nullptr), vekStsNullPtrErr);
+    uint32_t& id = *reinterpret_cast<uint32_t*>(s);
+    for (uint32_t wrong : {0u, 0x46493031u, K::id ^ 0x100u}) {
+      id = wrong;
+      EXPECT_EQ(K::run(&x, &y, 0, s), vekStsSizeErr);
+      EXPECT_EQ(K::run(&x, &y, 1, s), vekStsContextMatchErr);
+      EXPECT_EQ(K::one(x, &y, s), vekStsContextMatchErr);
+      EXPECT_EQ(K::release(s), vekStsContextMatchErr);
+    }
+    EXPECT_TRUE(sameBits(y, rounded<Sample>(9)));
+    id = K::id;
+    EXPECT_EQ(K::one(x, &y, s), vekStsNoErr);  // all coefficients halved by a[0]
+    EXPECT_TRUE(sameBits(y, x));
+    EXPECT_EQ(K::release(s), vekStsNoErr);
+    EXPECT_EQ(K::release(nullptr), vekStsNullPtrErr);
+  });
+}
+
+TEST(IirBiquad, RefusesSectionsThatCannotBeNormalised) {
+  inEverySlot([](int) {
+    VeksIIRState_32f* s = nullptr;
+    const float good[12] = {1, 2, 3, 2, 1, 0, 4, 5, 6, -2, 0, 1};
+    EXPECT_EQ(veksIIRInitAlloc_BiQuad_32f(&s, good, 0, nullptr), vekStsIIROrderErr);
+    EXPECT_EQ(veksIIRInitAlloc_BiQuad_32f(&s, good, -3, nullptr), vekStsIIROrderErr);
+    EXPECT_EQ(veksIIRInitAlloc_BiQuad_32f(&s, nullptr, 0, nullptr), vekStsNullPtrErr);
+    for (int at : {0, 3, 6, 9}) {
+      float taps[12];
+      memcpy(taps, good, sizeof taps);
+      taps[at] = 0;
+      EXPECT_EQ(veksIIRInitAlloc_BiQuad_32f(&s, taps, 2, nullptr), vekStsDivByZeroErr) << at;
+    }
+    EXPECT_EQ(s, nullptr);
+    float taps[6] = {NAN, 2, 3, 2, 1, 0}, y;
+    ASSERT_EQ(veksIIRInitAlloc_BiQuad_32f(&s, taps, 1, nullptr), vekStsNoErr);
+    EXPECT_EQ(veksIIROne_32f(1, &y, s), vekStsNoErr);
+    EXPECT_TRUE(std::isnan(y));
+    veksIIRFree_32f(s);
+    VeksIIRState_32fc* c = nullptr;
+    const Vek32fc imaginary[6] = {{0, 1}, {2, 0}, {0, 0}, {0, 2}, {0, 0}, {1, 0}};
+    ASSERT_EQ(veksIIRInitAlloc_BiQuad_32fc(&c, imaginary, 1, nullptr), vekStsNoErr);
+    Vek32fc z;
+    EXPECT_EQ(veksIIROne_32fc({2, 0}, &z, c), vekStsNoErr);  // i / 2i
+    EXPECT_TRUE(sameBits(z, {1, 0}));
+    veksIIRFree_32fc(c);
+  });
+}
+
+}  // namespace
