@@ -11,7 +11,8 @@ namespace {
 // The defining order: a prologue brings the second source to 16 bytes (data off 4-byte alignment never gets there), two
 // four-lane sums run over groups of eight, the first of them taking the prologue's sum over, and the rest follows one
 // by one.
-VEK_INLINE float orderedDot(const float* src1, const float* src2, ptrdiff_t n) {
+template <class T>
+VEK_INLINE T orderedDot(const T* src1, const T* src2, ptrdiff_t n) {
   const uintptr_t address = reinterpret_cast<uintptr_t>(src2);
   ptrdiff_t scalar = ptrdiff_t(-address & 15) / 4;
   if (address % 4 != 0 || scalar > n) scalar = n;
@@ -28,7 +29,8 @@ VEK_INLINE float orderedDot(const float* src1, const float* src2, ptrdiff_t n) {
   return sum;
 }
 
-VEK_INLINE float regroupedDot(const float* src1, const float* src2, ptrdiff_t n) {
+template <class T>
+VEK_INLINE T regroupedDot(const T* src1, const T* src2, ptrdiff_t n) {
   constexpr int K = kChains<float>;
   Pack<float> sum[K];
 #pragma GCC unroll 8

@@ -483,7 +483,7 @@ template <class D>
 VEK_INLINE Pack<uint8_t> packInHalves(Pack<int16_t> a, Pack<int16_t> b) {
   using Reg = typename Pack<uint8_t>::Reg;
   if constexpr (sizeof(Reg) == 32) {
-    const __m256i x = (__m256i)a.r[0], y = (__m256i)b.r[0];
+    const __m256i x = whole(a), y = whole(b);
     return {{regCast<Reg>(kSigned<D> ? _mm256_packs_epi16(x, y) : _mm256_packus_epi16(x, y))}};
   } else {
     const auto one = [](auto x, auto y) VEK_LAMBDA {
@@ -496,6 +496,7 @@ template <class T>
 VEK_INLINE Pack<T> afterPack(Pack<T> a) {
   return beforeUnpack(a);
 }
+
 // The even and the odd elements of a and b, both in one order that differs between slots: for complex elements whose
 // order does not matter, at half the shuffles of deinterleave.
 template <class T>

@@ -427,6 +427,86 @@ inline Result dotProd(std::span<const Vek32f> src1, std::span<const Vek32fc> src
 inline Result dotProd(std::span<const Vek32s> src1, std::span<const Vek32s> src2, Vek32s* pDp, int scaleFactor) { return veksDotProd_32s_Sfs(src1.data(), src2.data(), detail::len(src1, src2), pDp, scaleFactor); }
 inline Result dotProd(std::span<const Vek32sc> src1, std::span<const Vek32sc> src2, Vek32sc* pDp, int scaleFactor) { return veksDotProd_32sc_Sfs(src1.data(), src2.data(), detail::len(src1, src2), pDp, scaleFactor); }
 inline Result dotProd(std::span<const Vek32s> src1, std::span<const Vek32sc> src2, Vek32sc* pDp, int scaleFactor) { return veksDotProd_32s32sc_Sfs(src1.data(), src2.data(), detail::len(src1, src2), pDp, scaleFactor); }
+inline Result sortAscend(std::span<Vek8u> srcDst) { return veksSortAscend_8u_I(srcDst.data(), detail::len(srcDst)); }
+inline Result sortAscend(std::span<Vek16s> srcDst) { return veksSortAscend_16s_I(srcDst.data(), detail::len(srcDst)); }
+inline Result sortAscend(std::span<Vek32s> srcDst) { return veksSortAscend_32s_I(srcDst.data(), detail::len(srcDst)); }
+inline Result sortAscend(std::span<Vek32f> srcDst) { return veksSortAscend_32f_I(srcDst.data(), detail::len(srcDst)); }
+inline Result sortDescend(std::span<Vek8u> srcDst) { return veksSortDescend_8u_I(srcDst.data(), detail::len(srcDst)); }
+inline Result sortDescend(std::span<Vek16s> srcDst) { return veksSortDescend_16s_I(srcDst.data(), detail::len(srcDst)); }
+inline Result sortDescend(std::span<Vek32s> srcDst) { return veksSortDescend_32s_I(srcDst.data(), detail::len(srcDst)); }
+inline Result sortDescend(std::span<Vek32f> srcDst) { return veksSortDescend_32f_I(srcDst.data(), detail::len(srcDst)); }
+inline Result sortIndexAscend(std::span<Vek8u> srcDst, std::span<int> dstIdx) { return veksSortIndexAscend_8u_I(srcDst.data(), dstIdx.data(), detail::len(srcDst, dstIdx)); }
+inline Result sortIndexAscend(std::span<Vek16s> srcDst, std::span<int> dstIdx) { return veksSortIndexAscend_16s_I(srcDst.data(), dstIdx.data(), detail::len(srcDst, dstIdx)); }
+inline Result sortIndexAscend(std::span<Vek32s> srcDst, std::span<int> dstIdx) { return veksSortIndexAscend_32s_I(srcDst.data(), dstIdx.data(), detail::len(srcDst, dstIdx)); }
+inline Result sortIndexAscend(std::span<Vek32f> srcDst, std::span<int> dstIdx) { return veksSortIndexAscend_32f_I(srcDst.data(), dstIdx.data(), detail::len(srcDst, dstIdx)); }
+inline Result sortIndexDescend(std::span<Vek8u> srcDst, std::span<int> dstIdx) { return veksSortIndexDescend_8u_I(srcDst.data(), dstIdx.data(), detail::len(srcDst, dstIdx)); }
+inline Result sortIndexDescend(std::span<Vek16s> srcDst, std::span<int> dstIdx) { return veksSortIndexDescend_16s_I(srcDst.data(), dstIdx.data(), detail::len(srcDst, dstIdx)); }
+inline Result sortIndexDescend(std::span<Vek32s> srcDst, std::span<int> dstIdx) { return veksSortIndexDescend_32s_I(srcDst.data(), dstIdx.data(), detail::len(srcDst, dstIdx)); }
+inline Result sortIndexDescend(std::span<Vek32f> srcDst, std::span<int> dstIdx) { return veksSortIndexDescend_32f_I(srcDst.data(), dstIdx.data(), detail::len(srcDst, dstIdx)); }
+inline Result toneDirect(std::span<Vek32f> dst, Vek32f magn, Vek32f rFreq, Vek32f* pPhase, VekHintAlgorithm hint) { return veksTone_Direct_32f(dst.data(), detail::len(dst), magn, rFreq, pPhase, hint); }
+inline Result toneDirect(std::span<Vek32fc> dst, Vek32f magn, Vek32f rFreq, Vek32f* pPhase, VekHintAlgorithm hint) { return veksTone_Direct_32fc(dst.data(), detail::len(dst), magn, rFreq, pPhase, hint); }
+inline Result triangleDirect(std::span<Vek32f> dst, Vek32f magn, Vek32f rFreq, Vek32f asym, Vek32f* pPhase) { return veksTriangle_Direct_32f(dst.data(), detail::len(dst), magn, rFreq, asym, pPhase); }
+inline Result triangleDirect(std::span<Vek32fc> dst, Vek32f magn, Vek32f rFreq, Vek32f asym, Vek32f* pPhase) { return veksTriangle_Direct_32fc(dst.data(), detail::len(dst), magn, rFreq, asym, pPhase); }
+inline Result vectorJaehne(std::span<Vek32f> dst, Vek32f magn) { return veksVectorJaehne_32f(dst.data(), detail::len(dst), magn); }
+inline Result vectorJaehne(std::span<Vek32s> dst, Vek32s magn) { return veksVectorJaehne_32s(dst.data(), detail::len(dst), magn); }
+inline Result vectorRamp(std::span<Vek32f> dst, Vek32f offset, Vek32f slope) { return veksVectorRamp_32f(dst.data(), detail::len(dst), offset, slope); }
+inline Result vectorRamp(std::span<Vek32s> dst, Vek32f offset, Vek32f slope) { return veksVectorRamp_32s(dst.data(), detail::len(dst), offset, slope); }
+inline Result vectorSlope(std::span<Vek8u> dst, Vek32f offset, Vek32f slope) { return veksVectorSlope_8u(dst.data(), detail::len(dst), offset, slope); }
+inline Result vectorSlope(std::span<Vek16s> dst, Vek32f offset, Vek32f slope) { return veksVectorSlope_16s(dst.data(), detail::len(dst), offset, slope); }
+inline Result vectorSlope(std::span<Vek32f> dst, Vek32f offset, Vek32f slope) { return veksVectorSlope_32f(dst.data(), detail::len(dst), offset, slope); }
+inline Result vectorSlope(std::span<Vek32s> dst, Vek64f offset, Vek64f slope) { return veksVectorSlope_32s(dst.data(), detail::len(dst), offset, slope); }
+inline Result randUniformDirect(std::span<Vek32f> dst, Vek32f low, Vek32f high, Vek32u* pSeed) { return veksRandUniform_Direct_32f(dst.data(), detail::len(dst), low, high, pSeed); }
+inline Result randGaussDirect(std::span<Vek32f> dst, Vek32f mean, Vek32f stdDev, Vek32u* pSeed) { return veksRandGauss_Direct_32f(dst.data(), detail::len(dst), mean, stdDev, pSeed); }
+inline Result winBartlett(std::span<const Vek32f> src, std::span<Vek32f> dst) { return veksWinBartlett_32f(src.data(), dst.data(), detail::len(src, dst)); }
+inline Result winBartlett(std::span<Vek32f> srcDst) { return veksWinBartlett_32f_I(srcDst.data(), detail::len(srcDst)); }
+inline Result winBartlett(std::span<const Vek32fc> src, std::span<Vek32fc> dst) { return veksWinBartlett_32fc(src.data(), dst.data(), detail::len(src, dst)); }
+inline Result winBartlett(std::span<Vek32fc> srcDst) { return veksWinBartlett_32fc_I(srcDst.data(), detail::len(srcDst)); }
+inline Result winHann(std::span<const Vek32f> src, std::span<Vek32f> dst) { return veksWinHann_32f(src.data(), dst.data(), detail::len(src, dst)); }
+inline Result winHann(std::span<Vek32f> srcDst) { return veksWinHann_32f_I(srcDst.data(), detail::len(srcDst)); }
+inline Result winHann(std::span<const Vek32fc> src, std::span<Vek32fc> dst) { return veksWinHann_32fc(src.data(), dst.data(), detail::len(src, dst)); }
+inline Result winHann(std::span<Vek32fc> srcDst) { return veksWinHann_32fc_I(srcDst.data(), detail::len(srcDst)); }
+inline Result winHamming(std::span<const Vek32f> src, std::span<Vek32f> dst) { return veksWinHamming_32f(src.data(), dst.data(), detail::len(src, dst)); }
+inline Result winHamming(std::span<Vek32f> srcDst) { return veksWinHamming_32f_I(srcDst.data(), detail::len(srcDst)); }
+inline Result winHamming(std::span<const Vek32fc> src, std::span<Vek32fc> dst) { return veksWinHamming_32fc(src.data(), dst.data(), detail::len(src, dst)); }
+inline Result winHamming(std::span<Vek32fc> srcDst) { return veksWinHamming_32fc_I(srcDst.data(), detail::len(srcDst)); }
+inline Result winBlackman(std::span<const Vek32f> src, std::span<Vek32f> dst, Vek32f alpha) { return veksWinBlackman_32f(src.data(), dst.data(), detail::len(src, dst), alpha); }
+inline Result winBlackman(std::span<Vek32f> srcDst, Vek32f alpha) { return veksWinBlackman_32f_I(srcDst.data(), detail::len(srcDst), alpha); }
+inline Result winBlackman(std::span<const Vek32fc> src, std::span<Vek32fc> dst, Vek32f alpha) { return veksWinBlackman_32fc(src.data(), dst.data(), detail::len(src, dst), alpha); }
+inline Result winBlackman(std::span<Vek32fc> srcDst, Vek32f alpha) { return veksWinBlackman_32fc_I(srcDst.data(), detail::len(srcDst), alpha); }
+inline Result winBlackmanStd(std::span<const Vek32f> src, std::span<Vek32f> dst) { return veksWinBlackmanStd_32f(src.data(), dst.data(), detail::len(src, dst)); }
+inline Result winBlackmanStd(std::span<Vek32f> srcDst) { return veksWinBlackmanStd_32f_I(srcDst.data(), detail::len(srcDst)); }
+inline Result winBlackmanStd(std::span<const Vek32fc> src, std::span<Vek32fc> dst) { return veksWinBlackmanStd_32fc(src.data(), dst.data(), detail::len(src, dst)); }
+inline Result winBlackmanStd(std::span<Vek32fc> srcDst) { return veksWinBlackmanStd_32fc_I(srcDst.data(), detail::len(srcDst)); }
+inline Result winBlackmanOpt(std::span<const Vek32f> src, std::span<Vek32f> dst) { return veksWinBlackmanOpt_32f(src.data(), dst.data(), detail::len(src, dst)); }
+inline Result winBlackmanOpt(std::span<Vek32f> srcDst) { return veksWinBlackmanOpt_32f_I(srcDst.data(), detail::len(srcDst)); }
+inline Result winBlackmanOpt(std::span<const Vek32fc> src, std::span<Vek32fc> dst) { return veksWinBlackmanOpt_32fc(src.data(), dst.data(), detail::len(src, dst)); }
+inline Result winBlackmanOpt(std::span<Vek32fc> srcDst) { return veksWinBlackmanOpt_32fc_I(srcDst.data(), detail::len(srcDst)); }
+inline Result winKaiser(std::span<const Vek32f> src, std::span<Vek32f> dst, Vek32f alpha) { return veksWinKaiser_32f(src.data(), dst.data(), detail::len(src, dst), alpha); }
+inline Result winKaiser(std::span<Vek32f> srcDst, Vek32f alpha) { return veksWinKaiser_32f_I(srcDst.data(), detail::len(srcDst), alpha); }
+inline Result winKaiser(std::span<const Vek32fc> src, std::span<Vek32fc> dst, Vek32f alpha) { return veksWinKaiser_32fc(src.data(), dst.data(), detail::len(src, dst), alpha); }
+inline Result winKaiser(std::span<Vek32fc> srcDst, Vek32f alpha) { return veksWinKaiser_32fc_I(srcDst.data(), detail::len(srcDst), alpha); }
+inline Result iir(std::span<const Vek32f> src, std::span<Vek32f> dst, VeksIIRState_32f* pState) { return veksIIR_32f(src.data(), dst.data(), detail::len(src, dst), pState); }
+inline Result iir(std::span<Vek32f> srcDst, VeksIIRState_32f* pState) { return veksIIR_32f_I(srcDst.data(), detail::len(srcDst), pState); }
+inline Result iir(std::span<const Vek32fc> src, std::span<Vek32fc> dst, VeksIIRState_32fc* pState) { return veksIIR_32fc(src.data(), dst.data(), detail::len(src, dst), pState); }
+inline Result iir(std::span<Vek32fc> srcDst, VeksIIRState_32fc* pState) { return veksIIR_32fc_I(srcDst.data(), detail::len(srcDst), pState); }
+inline Result iIR64f(std::span<const Vek32f> src, std::span<Vek32f> dst, VeksIIRState64f_32f* pState) { return veksIIR64f_32f(src.data(), dst.data(), detail::len(src, dst), pState); }
+inline Result iIR64f(std::span<Vek32f> srcDst, VeksIIRState64f_32f* pState) { return veksIIR64f_32f_I(srcDst.data(), detail::len(srcDst), pState); }
+inline Result iIR64fc(std::span<const Vek32fc> src, std::span<Vek32fc> dst, VeksIIRState64fc_32fc* pState) { return veksIIR64fc_32fc(src.data(), dst.data(), detail::len(src, dst), pState); }
+inline Result iIR64fc(std::span<Vek32fc> srcDst, VeksIIRState64fc_32fc* pState) { return veksIIR64fc_32fc_I(srcDst.data(), detail::len(srcDst), pState); }
+inline Result filterMedian(std::span<const Vek8u> src, std::span<Vek8u> dst, int maskSize) { return veksFilterMedian_8u(src.data(), dst.data(), detail::len(src, dst), maskSize); }
+inline Result filterMedian(std::span<Vek8u> srcDst, int maskSize) { return veksFilterMedian_8u_I(srcDst.data(), detail::len(srcDst), maskSize); }
+inline Result filterMedian(std::span<const Vek16s> src, std::span<Vek16s> dst, int maskSize) { return veksFilterMedian_16s(src.data(), dst.data(), detail::len(src, dst), maskSize); }
+inline Result filterMedian(std::span<Vek16s> srcDst, int maskSize) { return veksFilterMedian_16s_I(srcDst.data(), detail::len(srcDst), maskSize); }
+inline Result filterMedian(std::span<const Vek32s> src, std::span<Vek32s> dst, int maskSize) { return veksFilterMedian_32s(src.data(), dst.data(), detail::len(src, dst), maskSize); }
+inline Result filterMedian(std::span<Vek32s> srcDst, int maskSize) { return veksFilterMedian_32s_I(srcDst.data(), detail::len(srcDst), maskSize); }
+inline Result filterMedian(std::span<const Vek32f> src, std::span<Vek32f> dst, int maskSize) { return veksFilterMedian_32f(src.data(), dst.data(), detail::len(src, dst), maskSize); }
+inline Result filterMedian(std::span<Vek32f> srcDst, int maskSize) { return veksFilterMedian_32f_I(srcDst.data(), detail::len(srcDst), maskSize); }
+inline Result goertz(std::span<const Vek32f> src, Vek32fc* pVal, Vek32f rFreq) { return veksGoertz_32f(src.data(), detail::len(src), pVal, rFreq); }
+inline Result goertz(std::span<const Vek32fc> src, Vek32fc* pVal, Vek32f rFreq) { return veksGoertz_32fc(src.data(), detail::len(src), pVal, rFreq); }
+inline Result goertzTwo(std::span<const Vek32f> src, Vek32fc* pVal, const Vek32f* rFreq) { return veksGoertzTwo_32f(src.data(), detail::len(src), pVal, rFreq); }
+inline Result goertzTwo(std::span<const Vek32fc> src, Vek32fc* pVal, const Vek32f* rFreq) { return veksGoertzTwo_32fc(src.data(), detail::len(src), pVal, rFreq); }
+inline Result haarFwd(std::span<const Vek32f> src, std::span<Vek32f> dstLow, std::span<Vek32f> dstHigh) { return veksHaarFwd_32f(src.data(), detail::len(src, dstLow, dstHigh), dstLow.data(), dstHigh.data()); }
+inline Result haarInv(std::span<const Vek32f> srcLow, std::span<const Vek32f> srcHigh, std::span<Vek32f> dst) { return veksHaarInv_32f(srcLow.data(), srcHigh.data(), dst.data(), detail::len(srcLow, srcHigh, dst)); }
 
 }  // namespace vek
 
