@@ -489,13 +489,17 @@ template <class T>
 VEK_INLINE Pack<T> afterPack(Pack<T> a) {
   return beforeUnpack(a);
 }
+
 // The even and the odd elements of a and b, both in one order that differs between slots: for complex elements whose
 // order does not matter, at half the shuffles of deinterleave.
 template <class T>
 VEK_INLINE Two<T> splitPairs(Pack<T> a, Pack<T> b) {
-  static_assert(sizeof(T) == 4);
+  static_assert(sizeof(T) == 4 || sizeof(T) == 8);
   using Reg = typename Pack<T>::Reg;
-  if constexpr (sizeof(Reg) == 32) {
+  if constexpr (sizeof(Reg) == 32 && sizeof(T) == 8) {
+    return {{{regCast<Reg>(_mm256_unpacklo_pd((__m256d)a.r[0], (__m256d)b.r[0]))}},
+            {{regCast<Reg>(_mm256_unpackhi_pd((__m256d)a.r[0], (__m256d)b.r[0]))}}};
+  } else if constexpr (sizeof(Reg) == 32) {
     return {{{regCast<Reg>(_mm256_shuffle_ps((__m256)a.r[0], (__m256)b.r[0], 0x88))}},
             {{regCast<Reg>(_mm256_shuffle_ps((__m256)a.r[0], (__m256)b.r[0], 0xDD))}}};
   } else {
