@@ -288,9 +288,7 @@ void fourier(const float* in, float* out, const DctSpec* spec, Direction d) {
   const int m = __builtin_ctz(unsigned(spec->len)) - 1;
   if (m < 6) {
     withSmall(m, [&]<int M>() VEK_LAMBDA {
-      if constexpr (M >= 3) {
-        d == kForward ? smallForward<M>(in, out, 1.0f) : smallInverse<M>(in, out, 1.0f);
-      }
+      d == kForward ? smallTransform<kForward, M>(in, out, 1.0f) : smallTransform<kInverse, M>(in, out, 1.0f);
     });
     return;
   }
