@@ -35,7 +35,7 @@ static_assert(sizeof(DctSpec) == 96);
 constexpr int kDctDirectLimit = 86;
 
 // The transforms, by path; x may be y. The work buffer is aligned and large enough.
-void dctSmall(const float* x, float* y, int len, bool forward);  // 1, 2, 4, 8
+void dctSmall(const float* x, float* y, int len, bool forward);  // 1, 2, 4, 8, 16
 void dctDirect(const float* x, float* y, const DctSpec* spec, float* work, bool forward);
 void dctPow2(const float* x, float* y, const DctSpec* spec, bool forward);
 void dctChirp(const float* x, float* y, const DctSpec* spec, Vek32fc* work, bool forward);

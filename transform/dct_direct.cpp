@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Cosine transforms by their sums: lengths up to 8 from constant matrices, other short ones from a table.
-#include "core/simd/pack.h"
+// Cosine transforms by their sums: lengths up to 16 from constant matrices, other short ones from a table.
+#include "core/simd/shuffle.h"
 #include "transform/dct.h"
 #include "transform/fft_tables.h"
 
@@ -22,25 +22,48 @@ constexpr double kSqrtHalf64 = 0.707106781186547524400844362104849;
 struct Matrix8 {
   alignas(32) float row[8][8];
 };
-constexpr Matrix8 makeMatrix8(bool forward) {
+// Entry (n, k) is scale * cos(2 pi (2n + 1) (k * across + first) * unit / 1024), half as much power at angle zero.
+constexpr Matrix8 makeMatrix8(bool forward, double scale, int across, int first, int unit) {
   Matrix8 m{};
   for (int n = 0; n < 8; ++n) {
     for (int k = 0; k < 8; ++k) {
-      const double c = (k == 0 ? 0.5 * kSqrtHalf64 : 0.5) * cos1024((2 * n + 1) * k * 32);
+      const int turns = k * across + first;
+      const double c = (turns == 0 ? scale * kSqrtHalf64 : scale) * cos1024((2 * n + 1) * turns * unit);
       (forward ? m.row[n][k] : m.row[k][n]) = float(c);
     }
   }
   return m;
 }
-constexpr Matrix8 kForward8 = makeMatrix8(true), kInverse8 = makeMatrix8(false);
+constexpr Matrix8 kForward8 = makeMatrix8(true, 0.5, 1, 0, 32), kInverse8 = makeMatrix8(false, 0.5, 1, 0, 32);
+// Sixteen points: the even coefficients come from the sums of mirrored samples, the odd ones from the differences.
+constexpr double kScale16 = 0.5 * kSqrtHalf64;
+constexpr Matrix8 kForwardEven = makeMatrix8(true, kScale16, 2, 0, 16),
+                  kForwardOdd = makeMatrix8(true, kScale16, 2, 1, 16);
+constexpr Matrix8 kInverseEven = makeMatrix8(false, kScale16, 2, 0, 16),
+                  kInverseOdd = makeMatrix8(false, kScale16, 2, 1, 16);
 
-VEK_INLINE void multiply8(const float* x, float* y, const Matrix8& m) {
+// Elements 0, Stride, 2 Stride, ... of x times the matrix.
+template <int Stride>
+VEK_INLINE Pack<float> multiply8(const float* x, const Matrix8& m) {
   Pack<float> sum[4];
 #pragma GCC unroll 4
-  for (int i = 0; i < 4; ++i) sum[i] = broadcast(x[i]) * load(m.row[i]);
+  for (int i = 0; i < 4; ++i) sum[i] = broadcast(x[i * Stride]) * load(m.row[i]);
 #pragma GCC unroll 4
-  for (int i = 0; i < 4; ++i) sum[i] = fusedMulAdd(broadcast(x[i + 4]), load(m.row[i + 4]), sum[i]);
-  store(y, (sum[0] + sum[1]) + (sum[2] + sum[3]));
+  for (int i = 0; i < 4; ++i) sum[i] = fusedMulAdd(broadcast(x[(i + 4) * Stride]), load(m.row[i + 4]), sum[i]);
+  return (sum[0] + sum[1]) + (sum[2] + sum[3]);
+}
+
+void forward16(const float* x, float* y) {
+  const Pack<float> a = load(x), b = reverse(load(x + 8));
+  const auto sums = lanesOf(a + b), differences = lanesOf(a - b);
+  const Two<float> r = interleave(multiply8<1>(sums.x, kForwardEven), multiply8<1>(differences.x, kForwardOdd));
+  store(y, r.a);
+  store(y + 8, r.b);
+}
+void inverse16(const float* x, float* y) {
+  const Pack<float> e = multiply8<2>(x, kInverseEven), o = multiply8<2>(x + 1, kInverseOdd);
+  store(y, e + o);
+  store(y + 8, reverse(e - o));
 }
 
 void forward4(const float* x, float* y) {
@@ -174,8 +197,10 @@ void inverseDirect(const float* x, float* y, const DctSpec* spec, float* scaled)
 }  // namespace
 
 void dctSmall(const float* x, float* y, int len, bool forward) {
-  if (len == 8) {
-    multiply8(x, y, forward ? kForward8 : kInverse8);
+  if (len == 16) {
+    forward ? forward16(x, y) : inverse16(x, y);
+  } else if (len == 8) {
+    store(y, multiply8<1>(x, forward ? kForward8 : kInverse8));
   } else if (len == 4) {
     forward ? forward4(x, y) : inverse4(x, y);
   } else if (len == 2) {
