@@ -389,12 +389,21 @@ void longPow2(const float* x, float* y, const DctSpec* spec, TurnTable table, bo
 // ---- other lengths: the transform as a convolution with a chirp
 // ---------------------------------------------------------------
 
+// out[j] = in[j] * chirp[j] for count complex numbers, either side conjugated if asked for.
 void mulChirp(const float* in, const Vek32fc* chirp, float* out, int64_t count, bool conjugateIn, bool conjugateOut) {
-  for (int64_t j = 0; j < count; ++j) {
-    const float re = in[2 * j], im = conjugateIn ? -in[2 * j + 1] : in[2 * j + 1];
+  const float signIn = conjugateIn ? -1.0f : 1.0f, signOut = conjugateOut ? -1.0f : 1.0f;
+  const Reg<float> flipIn = splat(signIn), flipOut = splat(signOut);
+  int64_t j = 0;
+  for (; j + L <= count; j += L) {
+    const Complex<float> a = loadInterleaved(in + 2 * j);
+    const Complex<float> r = times(Complex<float>{a.re, a.im * flipIn}, loadInterleaved(&chirp[j].re));
+    storeInterleaved<float>(out + 2 * j, {r.re, r.im * flipOut});
+  }
+  for (; j < count; ++j) {
+    const float re = in[2 * j], im = in[2 * j + 1] * signIn;
     const float outRe = re * chirp[j].re - im * chirp[j].im, outIm = re * chirp[j].im + im * chirp[j].re;
     out[2 * j] = outRe;
-    out[2 * j + 1] = conjugateOut ? -outIm : outIm;
+    out[2 * j + 1] = outIm * signOut;
   }
 }
 
