@@ -200,6 +200,21 @@ struct Places {
   }
 };
 
+// The first block of k and its partners, k and n - k, or their coefficients, in order.
+struct Head {
+  alignas(32) float own[2 * L], partners[2 * L], of[4][L];
+  VEK_INLINE void takePartner(const float* z, int64_t from, int i) {
+    partners[2 * i] = z[2 * from];
+    partners[2 * i + 1] = z[2 * from + 1];
+  }
+  VEK_INLINE void keep(Four<Reg<float>> x) {
+    storeUp(of[0], x.k);
+    storeUp(of[1], x.last);
+    storeUp(of[2], x.below);
+    storeUp(of[3], x.above);
+  }
+};
+
 // z holds n complex numbers; y its 2n coefficients; y is z only with kInPlace.
 template <Placing W>
 VEK_NOINLINE void coefficients(const float* z, float* y, int64_t n, TurnTable table, float dc, float a) {
@@ -221,9 +236,22 @@ VEK_NOINLINE void coefficients(const float* z, float* y, int64_t n, TurnTable ta
     y[at.of(n - k, true)] = x.above;
   };
   const int64_t pairs = (n + 1) / 2;  // k below this has a partner of its own
-  int64_t k = 1;
-  for (; k < L && k < pairs; ++k) one(k);
   const Reg<float> h = splat(kRootHalf);
+  // The first block by way of copies: element 0 is its own partner, and nothing of its results is kept.
+  Head head;
+  for (int i = 0; i < L; ++i) head.takePartner(z, i == 0 ? 0 : n - i, i);
+  {
+    const Complex<float> p = loadInterleaved(z), q = loadInterleaved(head.partners);
+    const Turns t = table.block(0);
+    head.keep(toCoefficients(p.re, p.im, q.re, q.im, t.c.re, t.c.im, t.d.re, t.d.im, h));
+  }
+  int64_t k = 1;
+  for (; k < L && k < pairs; ++k) {
+    y[at.of(k, false)] = head.of[0][k];
+    y[at.of(k, true)] = head.of[1][k];
+    y[at.of(n - k, false)] = head.of[2][k];
+    y[at.of(n - k, true)] = head.of[3][k];
+  }
   for (; k + L <= pairs; k += L) {
     const Complex<float> p = loadInterleaved(z + 2 * k), q = loadReversed(z + 2 * (n - k));
     const Turns t = table.block(k);
@@ -254,9 +282,24 @@ VEK_NOINLINE void spectrum(const float* y, float* z, int64_t n, TurnTable table,
     z[2 * k] = p.ar, z[2 * k + 1] = p.ai, z[2 * (n - k)] = p.br, z[2 * (n - k) + 1] = p.bi;
   };
   const int64_t pairs = (n + 1) / 2;
-  int64_t k = 1;
-  for (; k < L && k < pairs; ++k) one(k);
   const Reg<float> h = splat(kRootHalf);
+  Head head;
+  for (int i = 0; i < L; ++i) {
+    head.of[0][i] = y[at.of(i, false)], head.of[1][i] = y[at.of(i, true)];
+    head.of[2][i] = i == 0 ? 0 : y[at.of(n - i, false)], head.of[3][i] = i == 0 ? 0 : y[at.of(n - i, true)];
+  }
+  {
+    const Turns t = table.block(0);
+    const Four<Reg<float>> x = {loadUp(head.of[0]), loadUp(head.of[1]), loadUp(head.of[2]), loadUp(head.of[3])};
+    const Pair<Reg<float>> p = fromCoefficients(x, t.c.re, t.c.im, t.d.re, t.d.im, h);
+    storeInterleaved<float>(head.own, {p.ar, p.ai});
+    storeInterleaved<float>(head.partners, {p.br, p.bi});
+  }
+  int64_t k = 1;
+  for (; k < L && k < pairs; ++k) {
+    z[2 * k] = head.own[2 * k], z[2 * k + 1] = head.own[2 * k + 1];
+    z[2 * (n - k)] = head.partners[2 * k], z[2 * (n - k) + 1] = head.partners[2 * k + 1];
+  }
   for (; k + L <= pairs; k += L) {
     Four<Reg<float>> x;
     if constexpr (W == kOwnOrder) {
@@ -288,9 +331,7 @@ void fourier(const float* in, float* out, const DctSpec* spec, Direction d) {
   const int m = __builtin_ctz(unsigned(spec->len)) - 1;
   if (m < 6) {
     withSmall(m, [&]<int M>() VEK_LAMBDA {
-      if constexpr (M >= 3) {
-        d == kForward ? smallForward<M>(in, out, 1.0f) : smallInverse<M>(in, out, 1.0f);
-      }
+      d == kForward ? smallTransform<kForward, M>(in, out, 1.0f) : smallTransform<kInverse, M>(in, out, 1.0f);
     });
     return;
   }
@@ -348,12 +389,21 @@ void longPow2(const float* x, float* y, const DctSpec* spec, TurnTable table, bo
 // ---- other lengths: the transform as a convolution with a chirp
 // ---------------------------------------------------------------
 
+// out[j] = in[j] * chirp[j] for count complex numbers, either side conjugated if asked for.
 void mulChirp(const float* in, const Vek32fc* chirp, float* out, int64_t count, bool conjugateIn, bool conjugateOut) {
-  for (int64_t j = 0; j < count; ++j) {
-    const float re = in[2 * j], im = conjugateIn ? -in[2 * j + 1] : in[2 * j + 1];
+  const float signIn = conjugateIn ? -1.0f : 1.0f, signOut = conjugateOut ? -1.0f : 1.0f;
+  const Reg<float> flipIn = splat(signIn), flipOut = splat(signOut);
+  int64_t j = 0;
+  for (; j + L <= count; j += L) {
+    const Complex<float> a = loadInterleaved(in + 2 * j);
+    const Complex<float> r = times(Complex<float>{a.re, a.im * flipIn}, loadInterleaved(&chirp[j].re));
+    storeInterleaved<float>(out + 2 * j, {r.re, r.im * flipOut});
+  }
+  for (; j < count; ++j) {
+    const float re = in[2 * j], im = in[2 * j + 1] * signIn;
     const float outRe = re * chirp[j].re - im * chirp[j].im, outIm = re * chirp[j].im + im * chirp[j].re;
     out[2 * j] = outRe;
-    out[2 * j + 1] = conjugateOut ? -outIm : outIm;
+    out[2 * j + 1] = outIm * signOut;
   }
 }
 
@@ -419,7 +469,9 @@ uint8_t* align64(uint8_t* p) { return p + (-reinterpret_cast<uintptr_t>(p) & 63)
 
 void dctPow2(const float* x, float* y, const DctSpec* spec, bool forward) {
   const TurnTable table{spec->table, spec->len >= kTwoLevelLen};
-  if (spec->len <= kOnStack) {
+  if (spec->len == 16) {
+    dctSmall(x, y, 16, forward);
+  } else if (spec->len <= kOnStack) {
     shortPow2(x, y, spec, table, forward);
   } else {
     longPow2(x, y, spec, table, forward);
