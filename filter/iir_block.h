@@ -11,6 +11,7 @@
 #define VEK_FILTER_IIR_BLOCK_H
 
 #include "core/simd/convert.h"
+#include "filter/iir_cascade.h"
 #include "filter/iir_state.h"
 
 namespace vek::VEK_SLOT {
@@ -19,14 +20,13 @@ namespace {
 constexpr int kBlockMaxOrder = 32;
 constexpr int kBlockReals = 8;
 // Real numbers that pass through all sections at a time, and room for the past in front of them.
-constexpr int kChunkReals = 512, kPastReals = 2 * kBlockMaxOrder;
+constexpr int kChunkReals = 1024, kPastReals = 2 * kBlockMaxOrder;
 
 struct Chunk {
   alignas(32) double x[kPastReals + kChunkReals];
 };
 
-// ---- tables
-// --------------------------------------------------------------------------------------------------------------
+// ---- tables -------------------------------------------------------------------------------------------------------
 
 // Packs of a section: the columns of v for the lower and for the upper half of the block, then those of past outputs,
 // oldest first, two packs each.
@@ -81,8 +81,7 @@ VEK_INLINE bool buildTable(double* table, Section<V> s) {
   return finite;
 }
 
-// ---- one section
-// ---------------------------------------------------------------------------------------------------------
+// ---- one section --------------------------------------------------------------------------------------------------
 
 VEK_INLINE Pack<double> numerator(const double* x, const double* b, int order) {
   Pack<double> v = broadcast(b[0]) * load(x);
@@ -167,8 +166,13 @@ VEK_INLINE void leaveDelay(const double* x, const double* y, int n, Section<V> s
   }
 }
 
-// ---- a vector
-// ------------------------------------------------------------------------------------------------------------
+// Real cascades of several sections take a section a lane; a lone section and complex ones run in blocks.
+template <class V>
+constexpr bool runsAsCascade(int64_t numBq) {
+  return !kComplex<V> && numBq > 1;
+}
+
+// ---- a vector -----------------------------------------------------------------------------------------------------
 
 VEK_INLINE void widenChunk(double* x, const float* src, int reals) {
   int i = 0;
@@ -228,7 +232,12 @@ VEK_NOINLINE void filterByBlocks(const typename K::Sample* src, typename K::Samp
     const int count = n - done < most ? int(n - done) : most;
     const float* in = reinterpret_cast<const float*>(src + done);
     widenChunk(a.x + kPastReals, in, count * parts);
-    const double* y = filterChunk<V>(a.x + kPastReals, b.x + kPastReals, count, s);
+    const double* y = a.x + kPastReals;
+    if (runsAsCascade<V>(s.numBq)) {
+      filterCascade(a.x + kPastReals, count, s);
+    } else {
+      y = filterChunk<V>(a.x + kPastReals, b.x + kPastReals, count, s);
+    }
     if (allFinite(y, count * parts)) {
       narrowChunk(reinterpret_cast<float*>(dst + done), y, count * parts);
       void* used = s.delay;
