@@ -129,6 +129,12 @@ VEK_INLINE VekStatus filter(const typename K::Sample* src, typename K::Sample* d
   if (s.id != K::orderId && s.id != K::biquadId) return vekStsContextMatchErr;
   if constexpr (kIirBlocks) {
     if (s.tables && len >= kFewSamples) {
+      if constexpr (!kComplex<typename K::Sample>) {
+        if (runsAsCascade<typename K::Value>(s.numBq)) {
+          filterCascade(src, dst, len, s);
+          return vekStsNoErr;
+        }
+      }
       filterByBlocks<K>(src, dst, len, s);
       return vekStsNoErr;
     }

@@ -104,8 +104,10 @@ template <int FixedOrder, class V>
 VEK_INLINE void filterBlocks(const double* x, double* y, int reals, Section<V> s, const V* delay, const double* table) {
   constexpr int parts = kParts<V>, low = lowColumns(parts), high = highColumns(parts);
   const int order = FixedOrder != 0 ? FixedOrder : s.order, pasts = order * parts;
-  alignas(32) double pending[kPastReals + kBlockReals] = {};
-  __builtin_memcpy(pending, delay, size_t(pasts) * sizeof(double));
+  constexpr int room = FixedOrder != 0 ? kBlockReals : kPastReals;
+  alignas(32) double pending[room] = {};
+  const double* outstanding = reinterpret_cast<const double*>(delay);
+  for (int i = 0; i < pasts; ++i) pending[i] = outstanding[i];
   const double* past = table + 4 * (low + high);
   Pack<double> last = zeros<double>();
   for (int i = 0; i < reals; i += kBlockReals) {
@@ -227,17 +229,13 @@ VEK_NOINLINE void filterByBlocks(const typename K::Sample* src, typename K::Samp
   using V = typename K::Value;
   constexpr int parts = kParts<V>, most = kChunkReals / parts;
   Chunk a, b;
-  for (int i = 0; i < kPastReals; ++i) a.x[i] = b.x[i] = 0;
+  const int past = section<V>(s, 0).order * parts;
+  for (int i = kPastReals - past; i < kPastReals; ++i) a.x[i] = b.x[i] = 0;
   for (ptrdiff_t done = 0; done < n;) {
     const int count = n - done < most ? int(n - done) : most;
     const float* in = reinterpret_cast<const float*>(src + done);
     widenChunk(a.x + kPastReals, in, count * parts);
-    const double* y = a.x + kPastReals;
-    if (runsAsCascade<V>(s.numBq)) {
-      filterCascade(a.x + kPastReals, count, s);
-    } else {
-      y = filterChunk<V>(a.x + kPastReals, b.x + kPastReals, count, s);
-    }
+    const double* y = filterChunk<V>(a.x + kPastReals, b.x + kPastReals, count, s);
     if (allFinite(y, count * parts)) {
       narrowChunk(reinterpret_cast<float*>(dst + done), y, count * parts);
       void* used = s.delay;

@@ -64,6 +64,18 @@ VEK_INLINE Group<double, P> entered(const Group<double, P>& up, Pack<double> in)
   return x;
 }
 
+// Two samples, each in the lowest lane of a pack, and back.
+VEK_INLINE Two<double> loadPair(const double* x) { return {broadcast(x[0]), broadcast(x[1])}; }
+VEK_INLINE Two<double> loadPair(const float* x) {
+  const __m128d pair = _mm_cvtps_pd((__m128)loadBytes<8>(x));
+  return {withLowHalf<double>((__m128i)pair), withLowHalf<double>((__m128i)_mm_unpackhi_pd(pair, pair))};
+}
+VEK_INLINE __m128d joinLowest(Two<double> x) { return _mm_unpacklo_pd((__m128d)half(x.a, 0), (__m128d)half(x.b, 0)); }
+VEK_INLINE void storePair(double* to, Two<double> x) { _mm_storeu_pd(to, joinLowest(x)); }
+VEK_INLINE void storePair(float* to, Two<double> x) {
+  _mm_storel_epi64(reinterpret_cast<__m128i_u*>(to), (__m128i)_mm_cvtpd_ps(joinLowest(x)));
+}
+
 template <int P>
 struct Cascade {
   // Steps between a section's output and the next section's use of it: enough to hide the way from one to the other.
@@ -75,10 +87,10 @@ struct Cascade {
 
   VEK_INLINE Pack<double> row(int r, int p) const { return load(table + r * lanes + 4 * p); }
 
-  // One step; gives the two samples that leave the last section by the lowest lanes of `out0` and `out1`.
+  // One step; gives the two samples that leave the last section.
   template <bool Masked>
-  VEK_INLINE void step(const double* in, Pack<double>& out0, Pack<double>& out1, const Mask<double>* active) {
-    const Group<double, P> x0 = entered<P>(way0[0], broadcast(in[0])), x1 = entered<P>(way1[0], broadcast(in[1]));
+  VEK_INLINE Two<double> step(Two<double> in, const Mask<double>* active) {
+    const Group<double, P> x0 = entered<P>(way0[0], in.a), x1 = entered<P>(way1[0], in.b);
     Group<double, P> y0, y1;
 #pragma GCC unroll 2
     for (int p = 0; p < P; ++p) {
@@ -98,74 +110,87 @@ struct Cascade {
     for (int k = 0; k + 1 < delay; ++k) way0[k] = way0[k + 1], way1[k] = way1[k + 1];
     way0[delay - 1] = y0;
     way1[delay - 1] = y1;
-    out0 = y0.p[P - 1];
-    out1 = y1.p[P - 1];
+    return {y0.p[P - 1], y1.p[P - 1]};
   }
 
   // A step while some sections have not begun or have finished: lane l is at step t - l * delay of `steps`.
-  VEK_INLINE void partialStep(double* x, int t, int steps) {
+  template <class S>
+  VEK_INLINE Two<double> partialStep(const S* x, ptrdiff_t t, ptrdiff_t steps) {
     Mask<double> active[P];
+#pragma GCC unroll 2
     for (int p = 0; p < P; ++p) {
       const Pack<double> at = broadcast(double(t)) - (iota<double>() + broadcast(4.0 * p)) * broadcast(double(delay));
       active[p] = (at >= broadcast(0.0)) & (at < broadcast(double(steps)));
     }
-    Pack<double> out0, out1;
-    step<true>(x + 2 * (t < steps ? t : steps - 1), out0, out1, active);
-    if (t >= fill) put(x + 2 * (t - fill), out0, out1);
-  }
-  VEK_INLINE static void put(double* x, Pack<double> out0, Pack<double> out1) {
-    _mm_storel_pd(x, (__m128d)half(out0, 0));
-    _mm_storel_pd(x + 1, (__m128d)half(out1, 0));
+    return step<true>(loadPair(x + 2 * (t < steps ? t : steps - 1)), active);
   }
 
-  // 2 * steps samples in place: a sample is stored long after it has been read.
-  VEK_INLINE void run(double* x, int steps) {
+  // 2 * steps samples; x may be y: a sample is stored long after it has been read.
+  template <class S>
+  VEK_INLINE void run(const S* x, S* y, ptrdiff_t steps) {
+#pragma GCC unroll 3
     for (int k = 0; k < delay; ++k)
       for (int p = 0; p < P; ++p) way0[k].p[p] = way1[k].p[p] = zeros<double>();
-    int t = 0;
+    ptrdiff_t t = 0;
+#pragma GCC unroll 1
     for (; t < fill; ++t) partialStep(x, t, steps);
-    for (; t < steps; ++t) {
-      Pack<double> out0, out1;
-      step<false>(x + 2 * t, out0, out1, nullptr);
-      put(x + 2 * (t - fill), out0, out1);
-    }
-    for (; t < steps + fill; ++t) partialStep(x, t, steps);
+#pragma GCC unroll 1
+    for (; t < steps; ++t) storePair(y + 2 * (t - fill), step<false>(loadPair(x + 2 * t), nullptr));
+#pragma GCC unroll 1
+    for (; t < steps + fill; ++t) storePair(y + 2 * (t - fill), partialStep(x, t, steps));
   }
 };
 
-// n samples in place through `count` sections at most a group; the state goes from `from` to `to`.
-template <int P>
-VEK_INLINE void filterGroup(double* x, int n, int count, const double* table, const double* coefs, const double* from,
-                            double* to) {
+// n samples through the `count` sections of a group.
+template <int P, class S>
+VEK_INLINE void filterGroup(const S* x, S* y, ptrdiff_t n, int count, const double* table, const double* coefs,
+                            double* delay) {
   constexpr int lanes = 4 * P;
   alignas(32) double state[2][lanes] = {};
-  for (int l = 0; l < count; ++l) state[0][l] = from[2 * l], state[1][l] = from[2 * l + 1];
+  for (int l = 0; l < count; ++l) state[0][l] = delay[2 * l], state[1][l] = delay[2 * l + 1];
   Cascade<P> c;
   c.table = table;
   c.d0 = loadGroup<P>(state[0]);
   c.d1 = loadGroup<P>(state[1]);
-  c.run(x, n / 2);
+  double last = double(x[n - 1]);
+  if (n > 1) c.run(x, y, n / 2);
   storeGroup(state[0], c.d0);
   storeGroup(state[1], c.d1);
-  for (int l = 0; l < count; ++l) to[2 * l] = state[0][l], to[2 * l + 1] = state[1][l];
-  if (n % 2 != 0)
-    for (int l = 0; l < count; ++l) x[n - 1] = biquadStep(x[n - 1], coefs + 5 * l, to + 2 * l);
+  for (int l = 0; l < count; ++l) delay[2 * l] = state[0][l], delay[2 * l + 1] = state[1][l];
+  if (n % 2 == 0) return;
+  for (int l = 0; l < count; ++l) last = biquadStep(last, coefs + 5 * l, delay + 2 * l);
+  y[n - 1] = S(last);
 }
 
-VEK_INLINE void filterCascade(double* x, int n, const IirState& s) {
+template <class S>
+VEK_NOINLINE void filterGroups(const S* x, S* y, ptrdiff_t n, const IirState& s) {
   const double* table = s.tables;
   for (int first = 0; first < s.numBq;) {
     const int left = s.numBq - first, packs = cascadePacks(left), count = left < 4 * packs ? left : 4 * packs;
-    const double *coefs = static_cast<const double*>(s.coefs) + 5 * ptrdiff_t(first),
-                 *from = static_cast<const double*>(s.delay) + 2 * ptrdiff_t(first);
-    double* to = static_cast<double*>(s.nextDelay) + 2 * ptrdiff_t(first);
+    const double* coefs = static_cast<const double*>(s.coefs) + 5 * ptrdiff_t(first);
+    double* delay = static_cast<double*>(s.delay) + 2 * ptrdiff_t(first);
     if (packs == 2) {
-      filterGroup<2>(x, n, count, table, coefs, from, to);
+      filterGroup<2>(x, y, n, count, table, coefs, delay);
     } else {
-      filterGroup<1>(x, n, count, table, coefs, from, to);
+      filterGroup<1>(x, y, n, count, table, coefs, delay);
     }
     table += 4 * packs * kCascadeRows;
     first += 4 * packs;
+    x = y;
+  }
+}
+
+// A single group takes the vector as it is; between groups, chunks of samples wait in double precision.
+constexpr int kCascadeChunk = 2048;
+
+VEK_NOINLINE void filterCascade(const float* src, float* dst, ptrdiff_t n, const IirState& s) {
+  if (s.numBq <= 8) return filterGroups(src, dst, n, s);
+  alignas(32) double x[kCascadeChunk];
+  for (ptrdiff_t done = 0; done < n; done += kCascadeChunk) {
+    const int count = n - done < kCascadeChunk ? int(n - done) : kCascadeChunk;
+    for (int i = 0; i < count; ++i) x[i] = src[done + i];
+    filterGroups(x, x, count, s);
+    for (int i = 0; i < count; ++i) dst[done + i] = float(x[i]);
   }
 }
 

@@ -27,6 +27,17 @@ VEK_INLINE Pack<T> fromHalves(__m128i low, __m128i high) {
   }
 }
 
+// The lower half of a pack whose upper half does not matter.
+template <class T>
+VEK_INLINE Pack<T> withLowHalf(__m128i low) {
+  using Reg = typename Pack<T>::Reg;
+  if constexpr (Pack<T>::regs == 2) {
+    return {{regCast<Reg>(low), regCast<Reg>(low)}};
+  } else {
+    return {{regCast<Reg>(_mm256_castsi128_si256(low))}};
+  }
+}
+
 // All 32 bytes in one register, from slot e9 up.
 template <class T>
 VEK_INLINE __m256i whole(Pack<T> a) {
