@@ -34,3 +34,7 @@ function(vek_kernels)
     endif()
   endforeach()
 endfunction()
+
+# The slots of the FFT engine. A source that calls it links to the engine of its own slot, so it is compiled for
+# exactly these.
+set(VEK_FFT_SLOTS mx y8 e9 l9)

@@ -11,6 +11,7 @@ through the table, and an index-offset twin. Functions named vek... are exported
   derive.py entries     --out entries.S    the forwarding entries
   derive.py tables      --out tables.cpp --objects @list   dispatch tables, from what the objects define
   derive.py exports     --out exports.map  linker version script
+  derive.py spans       --out spans.hpp    overloads on std::span for C++
   derive.py names       --out names.txt    the dispatched names, one a line
   derive.py functions   --out functions.inc   VEK_FUNCTION(name) rows with argument kinds, for the tests
 """
@@ -122,6 +123,7 @@ def idx_header(functions):
 // callers that cannot form interior pointers. An index counts elements of its own array (bytes where the array is given
 // by a byte pointer), may be negative, and is added to its base before the function sees it; an absent delay line
 // stays absent whatever its index. Everything else, the returned status included, is that of the function itself.
+// clang-format off
 #ifndef VEK_IDX_H
 #define VEK_IDX_H
 
@@ -199,6 +201,95 @@ def exports(functions):
     return "{\n  global:\n" + "\n".join(rows) + "\n  local:\n    *;\n};\n"
 
 
+OPERATOR_WORDS = {"and", "or", "xor", "not"}  # taken by the language
+MODIFIERS = {"I": "", "Sfs": "", "ISfs": "", "Direct": "Direct", "BiQuad": "BiQuad"}
+TYPE_TOKENS = re.compile(r"^(?:64f|64fc)?(?:(?:1u|8u|8s|16u|16s|16f|16sc|24u|24s|32u|32s|32sc|32f|32fc|64u|64s|64sc|64f|64fc))+$")
+
+
+def span_name(f):
+    """veksThreshold_LTVal_32f_I is thresholdLTVal: the types and whether it works in place are in the arguments."""
+    words = [w for w in f.name[4:].split("_") if not TYPE_TOKENS.match(w)]
+    name = "".join(MODIFIERS.get(w, w) for w in words)
+    head = re.match(r"^[A-Z]+(?=[A-Z][a-z]|$)|^[A-Z]", name).group(0)
+    name = head.lower() + name[len(head):]
+    return "bit" + name[0].upper() + name[1:] if name in OPERATOR_WORDS else name
+
+
+def span_overload(f):
+    """The overload of one function, or None where a span says nothing that the prototype does not."""
+    arrays = [p for p in f.parameters if p.is_array]
+    if not arrays or f.result != "VekStatus" or [p.name for p in f.parameters].count("len") != 1:
+        return None
+    if any(p.name.startswith("pp") or p.is_optional or p.name.endswith("Buffer") for p in f.parameters):
+        return None
+    packed = re.findall(r"24[us]", f.name)
+    shown, passed = [], []
+    span = lambda p: p.name[1].lower() + p.name[2:]
+    for p in f.parameters:
+        if p.name == "len":
+            passed.append(f"len({', '.join(map(span, arrays))})")
+        elif p.is_array:
+            element = p.type.rstrip("* ").replace("const ", "")
+            pointer = f"{span(p)}.data()"
+            if packed and element == "Vek8u":
+                element = "Vek" + packed[0]
+                pointer = f"bytes({pointer})"
+            shown.append(f"std::span<{'const ' if 'const' in p.type else ''}{element}> {span(p)}")
+            passed.append(pointer)
+        else:
+            shown.append(f"{p.type} {p.name}")
+            passed.append(p.name)
+    return ", ".join(shown), ", ".join(passed)
+
+
+def spans(functions):
+    rows, seen = [], {}
+    for f in functions:
+        overload = span_overload(f)
+        if overload:
+            shown, passed = overload
+            key = (span_name(f), re.sub(r" \w+(, |$)", r"\1", shown))
+            seen.setdefault(key, []).append(f)
+            rows.append((f, key, shown, passed))
+    lines = [HEAD.rstrip() + """
+//
+// One overload a function on std::span: the arrays carry their own lengths, which have to agree, and the element types
+// choose the function. Where two functions take the same types the type tokens stay in the name.
+// clang-format off
+#ifndef VEK_SPANS_HPP
+#define VEK_SPANS_HPP
+
+#include <limits.h>
+
+#include <span>
+
+#include "vek.h"
+#include "vek/result.hpp"
+
+namespace vek {
+
+namespace detail {
+
+// The common length, or 0, which every function refuses with vekStsSizeErr.
+template <class First, class... Rest>
+constexpr int len(const First& first, const Rest&... rest) {
+  return first.size() <= INT_MAX && ((rest.size() == first.size()) && ... && true) ? int(first.size()) : 0;
+}
+inline const Vek8u* bytes(const void* p) { return static_cast<const Vek8u*>(p); }
+inline Vek8u* bytes(void* p) { return static_cast<Vek8u*>(p); }
+
+}  // namespace detail
+"""]
+    for f, key, shown, passed in rows:
+        name = key[0]
+        if len(seen[key]) > 1:
+            name += "_" + "".join(w for w in f.name.split("_") if TYPE_TOKENS.match(w))
+        passed = re.sub(r"\b(len|bytes)\(", r"detail::\1(", passed)
+        lines.append(f"inline Result {name}({shown}) {{ return {f.name}({passed}); }}")
+    lines.append("\n}  // namespace vek\n\n#endif\n")
+    return "\n".join(lines)
+
+
 def function_rows(functions):
     """One row a function for generic tests: VEK_FUNCTION(name, result, "kind name; ...")."""
     lines = [HEAD]
@@ -227,6 +318,7 @@ def main():
         "entries": lambda: entries(dispatched),
         "tables": lambda: tables(dispatched, objects),
         "exports": lambda: exports(functions),
+        "spans": lambda: spans(dispatched),
         "names": lambda: "".join(f.name + "\n" for f in sorted(dispatched, key=lambda f: f.name)),
         "functions": lambda: function_rows(dispatched),
     }[args.what]()

@@ -64,15 +64,19 @@ void keep(const Array<T>& a) {
 }
 
 inline void registerRow(const std::string& name, size_t n, int slot, std::function<void()> run) {
-  benchmark::RegisterBenchmark((name + "/" + std::to_string(n)).c_str(), [=](benchmark::State& state) {
-    vek::setSlotForTest(slot);
-    for (auto _ : state) {
-      run();
-      benchmark::ClobberMemory();
-    }
-    state.counters["ns_per_element"] = benchmark::Counter(
-        double(n) * 1e-9, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
-  })->MinTime(0.02)->Repetitions(1);
+  benchmark::RegisterBenchmark((name + "/" + std::to_string(n)).c_str(),
+                               [=](benchmark::State& state) {
+                                 vek::setSlotForTest(slot);
+                                 for (auto _ : state) {
+                                   run();
+                                   benchmark::ClobberMemory();
+                                 }
+                                 state.counters["ns_per_element"] = benchmark::Counter(
+                                     double(n) * 1e-9,
+                                     benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+                               })
+      ->MinTime(0.02)
+      ->Repetitions(1);
 }
 
 // The slots in which the contender "vek" is timed.

@@ -12,7 +12,7 @@ namespace {
 // Null pointers first, then the length: the order of the whole library.
 template <class... P>
 VEK_INLINE VekStatus checkVectors(int len, const P*... p) {
-  if (((p == nullptr) || ...)) return vekStsNullPtrErr;
+  if ((!p || ...)) return vekStsNullPtrErr;
   return len < 1 ? vekStsSizeErr : vekStsNoErr;
 }
 

@@ -132,6 +132,36 @@ VEK_INLINE Pack<D> narrowSaturated(Pack<S> a, Pack<S> b) {
   }
 }
 
+// The same within each 16-byte half: the order that interleaveInHalves gives, undone.
+template <class D, class S>
+VEK_INLINE Pack<D> narrowInHalves(Pack<S> a, Pack<S> b) {
+  static_assert((kSame<S, int32_t> && kSame<D, int16_t>) || (kSame<S, int16_t> && kSame<D, uint8_t>));
+  return each<Pack<D>>([&](int i) VEK_LAMBDA {
+    using Reg = typename Pack<D>::Reg;
+    if constexpr (sizeof(S) == 4) {
+      VEK_INTRINSIC(_mm256_packs_epi32, _mm_packs_epi32, __m256i, __m128i, Reg, (Raw)a.r[i], (Raw)b.r[i])
+    } else {
+      VEK_INTRINSIC(_mm256_packus_epi16, _mm_packus_epi16, __m256i, __m128i, Reg, (Raw)a.r[i], (Raw)b.r[i])
+    }
+  });
+}
+
+// Four packs of 32-bit values to one of 8-bit ones, each clamped to the range of D.
+template <class D>
+VEK_INLINE Pack<D> narrowQuarter(Group<int32_t, 4> a) {
+  static_assert(sizeof(D) == 1);
+  if constexpr (kAvx2) {
+    // Both steps narrow within 16-byte halves; one permutation at the end puts the groups of four in order.
+    const auto pack16 = [&](int k) VEK_LAMBDA { return _mm256_packs_epi32(whole(a.p[k]), whole(a.p[k + 1])); };
+    const __m256i x = pack16(0), y = pack16(2);
+    const __m256i z = kSigned<D> ? _mm256_packs_epi16(x, y) : _mm256_packus_epi16(x, y);
+    return {{regCast<typename Pack<D>::Reg>(
+        _mm256_permutevar8x32_epi32(z, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7)))}};
+  } else {
+    return narrowSaturated<D>(narrowSaturated<int16_t>(a.p[0], a.p[1]), narrowSaturated<int16_t>(a.p[2], a.p[3]));
+  }
+}
+
 // The low halves of the elements, without saturation.
 template <class D, class S>
 VEK_INLINE Pack<D> narrowWrapped(Pack<S> a, Pack<S> b) {

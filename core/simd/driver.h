@@ -15,7 +15,7 @@ namespace {
 // One block in local memory, for results that must wait and for vectors shorter than a block.
 template <class T, int L>
 struct Block {
-  alignas(32) T x[L];
+  alignas(16) T x[L];  // what the stack gives for nothing; more would cost every call a realigned frame
 };
 
 template <class T, int L>
@@ -55,30 +55,49 @@ VEK_INLINE ptrdiff_t toAlignment(const D* dst) {
 // Below this many blocks a misaligned destination costs less than the extra block that aligns it.
 constexpr ptrdiff_t kAlignBlocks = 16;
 
-template <int L, class F, class D, class... S>
-VEK_INLINE void sweep(F f, D* dst, ptrdiff_t n, const S*... src) {
-  if (n < L) {
-    Block<D, L> out;
-    [&](auto... in) VEK_LAMBDA { f(out.x, in.x...); }(shortBlock<L>(src, n)...);
-    copyShort(dst, out.x, n * ptrdiff_t(sizeof(D)));
-    return;
-  }
-  Block<D, L> head, tail;
+// The loop around blocks of L elements, n >= L: make(i) forms the result of the block at i, put(i, result) stores it,
+// step(i) does both at once.
+template <int L, class D, class Make, class Put, class Step>
+VEK_INLINE void drive(const D* dst, ptrdiff_t n, Make make, Put put, Step step) {
   const ptrdiff_t last = n - L;
-  f(tail.x, (src + last)...);
+  const auto tail = make(last);
   ptrdiff_t i = 0;
   const ptrdiff_t skip = n >= kAlignBlocks * L ? toAlignment(dst) : 0;
   if (skip != 0 && skip <= L) {
-    f(head.x, src...);
-    i = skip;
-  }
-  for (; i + 4 * L <= last; i += 4 * L) {
+    const auto head = make(0);
+    for (i = skip; i + 4 * L <= last; i += 4 * L) {
 #pragma GCC unroll 4
-    for (int k = 0; k < 4; ++k) f(dst + i + k * L, (src + i + k * L)...);
+      for (int k = 0; k < 4; ++k) step(i + k * L);
+    }
+    for (; i < last; i += L) step(i);
+    put(0, head);
+  } else {
+    for (; i + 4 * L <= last; i += 4 * L) {
+#pragma GCC unroll 4
+      for (int k = 0; k < 4; ++k) step(i + k * L);
+    }
+    for (; i < last; i += L) step(i);
   }
-  for (; i < last; i += L) f(dst + i, (src + i)...);
-  if (skip != 0 && skip <= L) copyBlock<D, L>(dst, head.x);
-  copyBlock<D, L>(dst + last, tail.x);
+  put(last, tail);
+}
+
+template <int L, class F, class D, class... S>
+VEK_INLINE void sweepShort(F f, D* dst, ptrdiff_t n, const S*... src) {
+  Block<D, L> out;
+  [&](auto... in) VEK_LAMBDA { f(out.x, in.x...); }(shortBlock<L>(src, n)...);
+  copyShort(dst, out.x, n * ptrdiff_t(sizeof(D)));
+}
+
+template <int L, class F, class D, class... S>
+VEK_INLINE void sweep(F f, D* dst, ptrdiff_t n, const S*... src) {
+  if (n < L) return sweepShort<L>(f, dst, n, src...);
+  const auto make = [&](ptrdiff_t i) VEK_LAMBDA {
+    Block<D, L> b;
+    f(b.x, (src + i)...);
+    return b;
+  };
+  const auto put = [&](ptrdiff_t i, const Block<D, L>& b) VEK_LAMBDA { copyBlock<D, L>(dst + i, b.x); };
+  drive<L>(dst, n, make, put, [&](ptrdiff_t i) VEK_LAMBDA { f(dst + i, (src + i)...); });
 }
 
 // Two destinations: f(dst1, dst2, src...).
@@ -104,10 +123,15 @@ VEK_INLINE void sweepTwo(F f, D1* dst1, D2* dst2, ptrdiff_t n, const S*... src) 
   copyBlock<D2, L>(dst2 + last, tail2.x);
 }
 
-// The common case: one pack of each, all of one size. op takes packs and gives the pack to store.
+// The common case: one pack of each, all of one size. op takes packs and gives the pack to store, which waits in a
+// register where it has to wait.
 template <class Op, class D, class... S>
 VEK_INLINE void mapPacks(Op op, D* dst, ptrdiff_t n, const S*... src) {
-  sweep<Pack<D>::lanes>([op](D* d, const S*... s) VEK_LAMBDA { store(d, op(load(s)...)); }, dst, n, src...);
+  constexpr int L = Pack<D>::lanes;
+  if (n < L) return sweepShort<L>([op](D* d, const S*... s) VEK_LAMBDA { store(d, op(load(s)...)); }, dst, n, src...);
+  const auto make = [&]([[maybe_unused]] ptrdiff_t i) VEK_LAMBDA { return op(load(src + i)...); };
+  const auto put = [&](ptrdiff_t i, Pack<D> x) VEK_LAMBDA { store(dst + i, x); };
+  drive<L>(dst, n, make, put, [&](ptrdiff_t i) VEK_LAMBDA { put(i, make(i)); });
 }
 
 // The parts of complex elements as a plain array of twice the length.

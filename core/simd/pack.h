@@ -475,10 +475,8 @@ VEK_INLINE Mask<T> operator==(Pack<T> a, Pack<T> b) {
   if constexpr (sizeof(T) == 8 && !kFloat<T> && !kSse41) {
     // Both halves equal; SSE2 compares 32 bits at most.
     const auto eq = bits<int32_t>(a) == bits<int32_t>(b);
-    return each<Mask<T>>([&](int i) VEK_LAMBDA {
-      const __m128i m = (__m128i)eq.r[i];
-      return regCast<typename Mask<T>::Reg>(_mm_and_si128(m, _mm_shuffle_epi32(m, 0xB1)));
-    });
+    const auto both = [](auto m) VEK_LAMBDA { return _mm_and_si128((__m128i)m, _mm_shuffle_epi32((__m128i)m, 0xB1)); };
+    return each<Mask<T>>([&](int i) VEK_LAMBDA { return regCast<typename Mask<T>::Reg>(both(eq.r[i])); });
   } else {
     return each<Mask<T>>([&](int i) VEK_LAMBDA { return regCast<typename Mask<T>::Reg>(a.r[i] == b.r[i]); });
   }
@@ -495,9 +493,8 @@ VEK_INLINE Mask<T> operator>(Pack<T> a, Pack<T> b) {
     const auto high = bits<int32_t>(bits<int32_t>(a) > bits<int32_t>(b));
     const auto same = bits<int32_t>(bits<int32_t>(a) == bits<int32_t>(b));
     const Pack<int32_t> r = high | (same & bits<int32_t>(b - a));
-    return each<Mask<T>>([&](int i) VEK_LAMBDA {
-      return regCast<typename Mask<T>::Reg>(_mm_shuffle_epi32(_mm_srai_epi32((__m128i)r.r[i], 31), 0xF5));
-    });
+    const auto spread = [](auto x) VEK_LAMBDA { return _mm_shuffle_epi32(_mm_srai_epi32((__m128i)x, 31), 0xF5); };
+    return each<Mask<T>>([&](int i) VEK_LAMBDA { return regCast<typename Mask<T>::Reg>(spread(r.r[i])); });
   } else if constexpr (!kFloat<T> && !kSigned<T>) {
     const Pack<T> bias = broadcast(T(T(1) << (8 * sizeof(T) - 1)));
     return maskCast<T>(bits<SignedOf<T>>(a ^ bias) > bits<SignedOf<T>>(b ^ bias));
@@ -539,6 +536,21 @@ VEK_INLINE Pack<T> select(Mask<T> m, Pack<T> a, Pack<T> b) {
                     (Raw)m.r[i])
     }
   });
+}
+
+// Lane by lane: a where `sign` is negative, b elsewhere; 32-bit integers.
+template <class T>
+VEK_INLINE Pack<T> selectNegative(Pack<T> sign, Pack<T> a, Pack<T> b) {
+  static_assert(kSame<T, int32_t>);
+  if constexpr (kSse41) {
+    // The blend of floats looks at the sign bit alone.
+    return each<Pack<T>>([&](int i) VEK_LAMBDA {
+      using Reg = typename Pack<T>::Reg;
+      VEK_INTRINSIC(_mm256_blendv_ps, _mm_blendv_ps, __m256, __m128, Reg, (Raw)b.r[i], (Raw)a.r[i], (Raw)sign.r[i])
+    });
+  } else {
+    return select(asMask<T>(signOf(sign)), a, b);
+  }
 }
 
 // One bit a byte of the mask, byte 0 lowest.
@@ -628,6 +640,8 @@ VEK_INLINE Pack<T> minOf(Pack<T> a, Pack<T> b) {
       VEK_INTRINSIC(_mm256_min_epu32, _mm_min_epu32, __m256i, __m128i, Reg, (Raw)a.r[i], (Raw)b.r[i])
     } else if constexpr (kSame<T, uint16_t> && kSse41) {
       VEK_INTRINSIC(_mm256_min_epu16, _mm_min_epu16, __m256i, __m128i, Reg, (Raw)a.r[i], (Raw)b.r[i])
+    } else if constexpr (kSame<T, uint16_t>) {
+      return regCast<Reg>(a.r[i] - subsEpu16(a.r[i], b.r[i]));
     } else if constexpr (kSame<T, int8_t> && kSse41) {
       VEK_INTRINSIC(_mm256_min_epi8, _mm_min_epi8, __m256i, __m128i, Reg, (Raw)a.r[i], (Raw)b.r[i])
     } else {

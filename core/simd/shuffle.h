@@ -154,6 +154,27 @@ VEK_INLINE Pack<T> dupOdd(Pack<T> a) {
   }
 }
 
+// dupEven and dupOdd straight from memory: where the level has a load that duplicates, no shuffle is spent.
+VEK_INLINE Pack<float> loadDupEven(const float* p) { return dupEven(load(p)); }
+VEK_INLINE Pack<float> loadDupOdd(const float* p) {
+  asm("" : "+r"(p));  // or the compiler would load once and shuffle twice
+  return dupOdd(load(p));
+}
+
+// Four elements of 4 bytes, each one twice.
+template <class T>
+VEK_INLINE Pack<T> loadTwice(const T* p) {
+  static_assert(sizeof(T) == 4);
+  const __m128 x = (__m128)_mm_loadu_si128((const __m128i_u*)p);
+  if constexpr (kAvx) {
+    const __m256i order = _mm256_setr_epi32(0, 0, 1, 1, 2, 2, 3, 3);
+    const __m256i y = (__m256i)_mm256_permutevar_ps(_mm256_set_m128(x, x), order);
+    return fromHalves<T>(lowHalf(y), highHalf(y));
+  } else {
+    return fromHalves<T>((__m128i)_mm_unpacklo_ps(x, x), (__m128i)_mm_unpackhi_ps(x, x));
+  }
+}
+
 // Even lanes a - b, odd lanes a + b.
 template <class T>
 VEK_INLINE Pack<T> addSubtract(Pack<T> a, Pack<T> b) {
@@ -176,6 +197,23 @@ VEK_INLINE Pack<T> addSubtract(Pack<T> a, Pack<T> b) {
       } else {
         return a.r[i] + regCast<Reg>(_mm_xor_pd((__m128d)b.r[i], _mm_setr_pd(-0.0, 0.0)));
       }
+    }
+  });
+}
+
+// Even 32-bit lanes from a, odd ones from b.
+template <class T>
+VEK_INLINE Pack<T> blendOdd(Pack<T> a, Pack<T> b) {
+  static_assert(sizeof(T) == 4);
+  return each<Pack<T>>([&](int i) VEK_LAMBDA {
+    using Reg = typename Pack<T>::Reg;
+    if constexpr (sizeof(Reg) == 32) {
+      return regCast<Reg>(_mm256_blend_ps((__m256)a.r[i], (__m256)b.r[i], 0xAA));
+    } else if constexpr (kSse41) {
+      return regCast<Reg>(_mm_blend_ps((__m128)a.r[i], (__m128)b.r[i], 0xA));
+    } else {
+      const __m128i odd = _mm_setr_epi32(0, -1, 0, -1);
+      return regCast<Reg>(_mm_or_si128(_mm_andnot_si128(odd, (__m128i)a.r[i]), _mm_and_si128(odd, (__m128i)b.r[i])));
     }
   });
 }
@@ -325,6 +363,45 @@ VEK_INLINE Two<T> interleave(Pack<T> a, Pack<T> b) {
   }
 }
 
+// Every element twice: (a0 a0 a1 a1 ..., the same of the upper half). For elements of 4 and 8 bytes.
+template <class T>
+VEK_INLINE Two<T> repeatEach(Pack<T> a) {
+  using Reg = typename Pack<T>::Reg;
+  if constexpr (kAvx2 && sizeof(T) == 8) {
+    return {{{regCast<Reg>(_mm256_permute4x64_epi64((__m256i)a.r[0], 0x50))}},
+            {{regCast<Reg>(_mm256_permute4x64_epi64((__m256i)a.r[0], 0xFA))}}};
+  } else if constexpr (kAvx2 && sizeof(T) == 4) {
+    const auto pick = [&](__m256i order) VEK_LAMBDA {
+      return Pack<T>{{regCast<Reg>(_mm256_permutevar8x32_epi32((__m256i)a.r[0], order))}};
+    };
+    return {pick(_mm256_setr_epi32(0, 0, 1, 1, 2, 2, 3, 3)), pick(_mm256_setr_epi32(4, 4, 5, 5, 6, 6, 7, 7))};
+  } else {
+    return interleave(a, a);
+  }
+}
+
+// The same within each 16-byte half: cheaper where the order between the halves is undone later.
+template <class T>
+VEK_INLINE Two<T> interleaveInHalves(Pack<T> a, Pack<T> b) {
+  constexpr int size = int(sizeof(T));
+  using Reg = typename Pack<T>::Reg;
+  using Raw = typename VectorOf<long long, int(sizeof(Reg))>::type;
+  return {each<Pack<T>>([&](int i) VEK_LAMBDA { return regCast<Reg>(unpackLow<size>((Raw)a.r[i], (Raw)b.r[i])); }),
+          each<Pack<T>>([&](int i) VEK_LAMBDA { return regCast<Reg>(unpackHigh<size>((Raw)a.r[i], (Raw)b.r[i])); })};
+}
+
+// Even and odd elements of each pair of 16-byte halves; interleaveInHalves undoes the order.
+template <int Order>
+VEK_INLINE Pack<float> shufflePair(Pack<float> a, Pack<float> b) {
+  return each<Pack<float>>([&](auto i) VEK_LAMBDA {
+    using Reg = decltype(a.r[i] + b.r[i]);
+    VEK_INTRINSIC(_mm256_shuffle_ps, _mm_shuffle_ps, __m256, __m128, Reg, (Raw)a.r[i], (Raw)b.r[i], Order)
+  });
+}
+VEK_INLINE Two<float> deinterleaveInHalves(Pack<float> a, Pack<float> b) {
+  return {shufflePair<0x88>(a, b), shufflePair<0xDD>(a, b)};
+}
+
 // Even and odd elements of the sequence a, b: the inverse of interleave.
 template <class T>
 VEK_INLINE Two<T> deinterleave(Pack<T> a, Pack<T> b) {
@@ -354,9 +431,15 @@ VEK_INLINE Two<T> deinterleave(Pack<T> a, Pack<T> b) {
       return {fromHalves<T>(even(a.r[0], a.r[1]), even(b.r[0], b.r[1])),
               fromHalves<T>(odd(a.r[0], a.r[1]), odd(b.r[0], b.r[1]))};
     } else {
-      const __m256 low = (__m256)_mm256_permute2f128_ps((__m256)a.r[0], (__m256)b.r[0], 0x20);
-      const __m256 high = (__m256)_mm256_permute2f128_ps((__m256)a.r[0], (__m256)b.r[0], 0x31);
-      return {{{regCast<Reg>(_mm256_shuffle_ps(low, high, 0x88))}}, {{regCast<Reg>(_mm256_shuffle_ps(low, high, 0xDD))}}};
+      const __m256 x = (__m256)a.r[0], y = (__m256)b.r[0];
+      if constexpr (kAvx2) {
+        // One crossing of the halves for each result, so that a caller who drops one does not pay for it.
+        const auto order = [](__m256 v) VEK_LAMBDA { return _mm256_permute4x64_epi64((__m256i)v, 0xD8); };
+        return {{{regCast<Reg>(order(_mm256_shuffle_ps(x, y, 0x88)))}}, {{regCast<Reg>(order(_mm256_shuffle_ps(x, y, 0xDD)))}}};
+      } else {
+        const __m256 low = _mm256_permute2f128_ps(x, y, 0x20), high = _mm256_permute2f128_ps(x, y, 0x31);
+        return {{{regCast<Reg>(_mm256_shuffle_ps(low, high, 0x88))}}, {{regCast<Reg>(_mm256_shuffle_ps(low, high, 0xDD))}}};
+      }
     }
   } else {
     if constexpr (Pack<T>::regs == 2) {
@@ -368,6 +451,101 @@ VEK_INLINE Two<T> deinterleave(Pack<T> a, Pack<T> b) {
       const __m256i high = _mm256_permute2f128_si256((__m256i)a.r[0], (__m256i)b.r[0], 0x31);
       return {{{regCast<Reg>(unpackLow<8>(low, high))}}, {{regCast<Reg>(unpackHigh<8>(low, high))}}};
     }
+  }
+}
+
+// The sums of neighbours over the sequence a, b: a0+a1, a2+a3, ..., b0+b1, ...
+template <class T>
+VEK_INLINE Pack<T> addNeighbours(Pack<T> a, Pack<T> b) {
+  if constexpr (kAvx2 && kSame<T, float>) {
+    const __m256 sums = _mm256_hadd_ps((__m256)a.r[0], (__m256)b.r[0]);
+    return {{regCast<typename Pack<T>::Reg>(_mm256_permute4x64_epi64((__m256i)sums, 0xD8))}};
+  } else {
+    const Two<T> x = deinterleave(a, b);
+    return x.a + x.b;
+  }
+}
+
+// ---- bytes in pairs -------------------------------------------------------------------------------------------------
+
+// Unpacking works within 16-byte halves. With its operands put through beforeUnpack, the results of unpackBytes are the
+// pairs of elements 0 to 15 and of 16 to 31 in order; one permutation serves everything computed in between.
+template <class T>
+VEK_INLINE Pack<T> beforeUnpack(Pack<T> a) {
+  if constexpr (Pack<T>::regs == 1) {
+    return {{regCast<typename Pack<T>::Reg>(_mm256_permute4x64_epi64((__m256i)a.r[0], 0xD8))}};
+  } else {
+    return a;
+  }
+}
+template <class T>
+VEK_INLINE Two<T> unpackBytes(Pack<T> a, Pack<T> b) {
+  static_assert(sizeof(T) == 1);
+  using Reg = typename Pack<T>::Reg;
+  if constexpr (Pack<T>::regs == 1) {
+    return {{{regCast<Reg>(unpackLow<1>((__m256i)a.r[0], (__m256i)b.r[0]))}},
+            {{regCast<Reg>(unpackHigh<1>((__m256i)a.r[0], (__m256i)b.r[0]))}}};
+  } else {
+    return interleave(a, b);
+  }
+}
+
+// From slot u8 on: a with the sign of b taken in, 0 where b is 0.
+template <class T>
+VEK_INLINE Pack<T> withSign(Pack<T> a, Pack<T> b) {
+  static_assert(kSame<T, int8_t>);
+  return each<Pack<T>>([&](int i) VEK_LAMBDA {
+    using Reg = typename Pack<T>::Reg;
+    if constexpr (sizeof(Reg) == 32) {
+      return regCast<Reg>(_mm256_sign_epi8((__m256i)a.r[i], (__m256i)b.r[i]));
+    } else {
+      return regCast<Reg>(_mm_sign_epi8((__m128i)a.r[i], (__m128i)b.r[i]));
+    }
+  });
+}
+// From slot u8 on, lane k: a[2k]*b[2k] + a[2k+1]*b[2k+1], saturated.
+template <class A, class B>
+VEK_INLINE Pack<int16_t> mulAddBytes(Pack<A> a, Pack<B> b) {
+  static_assert(kSame<A, uint8_t> && kSame<B, int8_t>);
+  return each<Pack<int16_t>>([&](int i) VEK_LAMBDA {
+    using Reg = typename Pack<int16_t>::Reg;
+    if constexpr (sizeof(Reg) == 32) {
+      return regCast<Reg>(_mm256_maddubs_epi16((__m256i)a.r[i], (__m256i)b.r[i]));
+    } else {
+      return regCast<Reg>(_mm_maddubs_epi16((__m128i)a.r[i], (__m128i)b.r[i]));
+    }
+  });
+}
+
+// 16-bit lanes to bytes saturated as D, within 16-byte halves; afterPack puts the quarters in order.
+template <class D>
+VEK_INLINE Pack<uint8_t> packInHalves(Pack<int16_t> a, Pack<int16_t> b) {
+  using Reg = typename Pack<uint8_t>::Reg;
+  if constexpr (sizeof(Reg) == 32) {
+    const __m256i x = (__m256i)a.r[0], y = (__m256i)b.r[0];
+    return {{regCast<Reg>(kSigned<D> ? _mm256_packs_epi16(x, y) : _mm256_packus_epi16(x, y))}};
+  } else {
+    const auto one = [](auto x, auto y) VEK_LAMBDA {
+      return kSigned<D> ? _mm_packs_epi16((__m128i)x, (__m128i)y) : _mm_packus_epi16((__m128i)x, (__m128i)y);
+    };
+    return fromHalves<uint8_t>(one(a.r[0], a.r[1]), one(b.r[0], b.r[1]));
+  }
+}
+template <class T>
+VEK_INLINE Pack<T> afterPack(Pack<T> a) {
+  return beforeUnpack(a);
+}
+// The even and the odd elements of a and b, both in one order that differs between slots: for complex elements whose
+// order does not matter, at half the shuffles of deinterleave.
+template <class T>
+VEK_INLINE Two<T> splitPairs(Pack<T> a, Pack<T> b) {
+  static_assert(sizeof(T) == 4);
+  using Reg = typename Pack<T>::Reg;
+  if constexpr (sizeof(Reg) == 32) {
+    return {{{regCast<Reg>(_mm256_shuffle_ps((__m256)a.r[0], (__m256)b.r[0], 0x88))}},
+            {{regCast<Reg>(_mm256_shuffle_ps((__m256)a.r[0], (__m256)b.r[0], 0xDD))}}};
+  } else {
+    return deinterleave(a, b);
   }
 }
 

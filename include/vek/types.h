@@ -50,7 +50,8 @@ typedef struct Vek24s {
   Vek8u byte[3];
 } Vek24s;
 
-/** Rounding of a conversion to integers. Every other value acts as #vekRoundHalfAway unless a function says otherwise. */
+/** Rounding of a conversion to integers. Every other value acts as #vekRoundHalfAway unless a function says otherwise.
+ */
 typedef int VekRoundMode;
 enum {
   vekRoundTowardZero = 0,  /**< discard the fraction */

@@ -63,12 +63,34 @@ template <class T>
 std::vector<T> specialValues() {
   using L = std::numeric_limits<T>;
   if constexpr (std::is_floating_point_v<T>) {
-    return {T(0),         T(-0.0),       T(1),          T(-1),           T(0.5),        T(-0.5),          T(1.5),
-            T(2.5),       T(-2.5),       T(255.5),      T(-32768.5),     T(32767.5),    T(2147483648.0),  T(-2147483648.0),
-            T(1e30),      T(-1e30),      L::min(),      L::denorm_min(), -L::denorm_min(), L::max(),      L::lowest(),
-            L::infinity(), -L::infinity(), L::quiet_NaN(), -L::quiet_NaN()};
+    return {T(0),
+            T(-0.0),
+            T(1),
+            T(-1),
+            T(0.5),
+            T(-0.5),
+            T(1.5),
+            T(2.5),
+            T(-2.5),
+            T(255.5),
+            T(-32768.5),
+            T(32767.5),
+            T(2147483648.0),
+            T(-2147483648.0),
+            T(1e30),
+            T(-1e30),
+            L::min(),
+            L::denorm_min(),
+            -L::denorm_min(),
+            L::max(),
+            L::lowest(),
+            L::infinity(),
+            -L::infinity(),
+            L::quiet_NaN(),
+            -L::quiet_NaN()};
   } else {
-    return {T(0), T(1), T(-1), T(2), T(-2), T(3), L::max(), L::min(), T(L::max() - 1), T(L::min() + 1), T(L::max() / 2)};
+    return {T(0),           T(1), T(-1), T(2), T(-2), T(3), L::max(), L::min(), T(L::max() - 1), T(L::min() + 1),
+            T(L::max() / 2)};
   }
 }
 
@@ -107,9 +129,9 @@ template <class T>
   if (got.size() != want.size()) return ::testing::AssertionFailure() << "sizes differ";
   for (size_t i = 0; i < got.size(); ++i)
     if (!sameBits(got[i], want[i]))
-      return ::testing::AssertionFailure() << "element " << i << " of " << got.size() << ": got "
-                                           << ::testing::PrintToString(got[i]) << ", want "
-                                           << ::testing::PrintToString(want[i]);
+      return ::testing::AssertionFailure()
+             << "element " << i << " of " << got.size() << ": got " << ::testing::PrintToString(got[i]) << ", want "
+             << ::testing::PrintToString(want[i]);
   return ::testing::AssertionSuccess();
 }
 

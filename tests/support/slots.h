@@ -4,6 +4,7 @@
 #define VEK_TESTS_SLOTS_H
 
 #include <gtest/gtest.h>
+#include <stdlib.h>
 
 #include <vector>
 
@@ -31,6 +32,8 @@ inline std::vector<int> availableSlots() {
   std::vector<int> slots;
   for (int s = 0; s < 7; ++s)
     if ((mask & needs[s]) == needs[s]) slots.push_back(s);
+  // Under emulation, where time is dear, only the slot that detection would choose.
+  if (getenv("VEK_TEST_CHOSEN_SLOT")) slots.erase(slots.begin(), slots.end() - 1);
   return slots;
 }
 

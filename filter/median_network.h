@@ -1,0 +1,237 @@
+// SPDX-License-Identifier: Apache-2.0
+// Medians of short windows. Each lane of a pack is one output, the window's elements are packs loaded at shifted
+// addresses, and minima and maxima bring the median to its place.
+#ifndef VEK_FILTER_MEDIAN_NETWORK_H
+#define VEK_FILTER_MEDIAN_NETWORK_H
+
+#include "core/simd/driver.h"
+
+namespace vek::VEK_SLOT {
+namespace {
+
+template <class T>
+VEK_INLINE void sortTwo(Pack<T>& a, Pack<T>& b) {
+  const Pack<T> low = minOf(a, b);
+  b = maxOf(a, b);
+  a = low;
+}
+
+// A float's bits to an integer of the same order, -0 below +0 and NaNs outside the infinities; its own inverse.
+VEK_INLINE Pack<int32_t> floatOrder(Pack<int32_t> x) { return x ^ bits<int32_t>(bits<uint32_t>(x >> 31) >> 1); }
+
+// ---- masks up to 9: the window in registers
+// -----------------------------------------------------------------------------
+
+template <class T>
+VEK_INLINE Pack<T> medianOf3(Pack<T> a, Pack<T> b, Pack<T> c) {
+  sortTwo(a, b);
+  return maxOf(a, minOf(b, c));
+}
+
+// Three values into ascending order.
+template <class T>
+VEK_INLINE void sortThree(Pack<T>& a, Pack<T>& b, Pack<T>& c) {
+  sortTwo(b, c);
+  sortTwo(a, b);
+  sortTwo(b, c);
+}
+
+// The median of M values.
+template <int M, class T>
+VEK_INLINE Pack<T> medianOf(Pack<T> (&v)[M]) {
+  if constexpr (M == 3) {
+    return medianOf3(v[0], v[1], v[2]);
+  } else if constexpr (M == 5) {
+    sortTwo(v[0], v[1]);
+    sortTwo(v[3], v[4]);
+    return medianOf3(maxOf(v[0], v[3]), minOf(v[1], v[4]), v[2]);
+  } else if constexpr (M == 7) {
+    // Of two sorted triples the pairwise minima are the three smallest and the maxima the three largest values.
+    sortThree(v[0], v[1], v[2]);
+    sortThree(v[4], v[5], v[6]);
+    const Pack<T> low = maxOf(maxOf(minOf(v[0], v[6]), minOf(v[1], v[5])), minOf(v[2], v[4]));
+    const Pack<T> high = minOf(minOf(maxOf(v[0], v[6]), maxOf(v[1], v[5])), maxOf(v[2], v[4]));
+    return maxOf(low, minOf(v[3], high));
+  } else {
+    // The median of the largest minimum, the median median and the smallest maximum of three sorted triples.
+    static_assert(M == 9);
+    sortThree(v[0], v[1], v[2]);
+    sortThree(v[3], v[4], v[5]);
+    sortThree(v[6], v[7], v[8]);
+    return medianOf3(maxOf(maxOf(v[0], v[3]), v[6]), medianOf3(v[1], v[4], v[7]), minOf(minOf(v[2], v[5]), v[8]));
+  }
+}
+
+template <int M, class T>
+VEK_INLINE void medianBlock(T* d, const T* s) {
+  Pack<T> v[M];
+#pragma GCC unroll 9
+  for (int k = 0; k < M; ++k) v[k] = load(s + k);
+  store(d, medianOf<M>(v));
+}
+
+// Floats by integer arithmetic, which places every bit pattern.
+template <int M>
+VEK_NOINLINE void medianBlockBits(float* d, const float* s) {
+  Pack<int32_t> v[M];
+#pragma GCC unroll 9
+  for (int k = 0; k < M; ++k) v[k] = floatOrder(bits<int32_t>(load(s + k)));
+  store(d, bits<float>(floatOrder(medianOf<M>(v))));
+}
+
+// Lanes where either float is a NaN.
+template <class T>
+VEK_INLINE Mask<T> unordered(Pack<T> a, Pack<T> b) {
+  return each<Mask<T>>([&](int i) VEK_LAMBDA {
+    using Reg = typename Mask<T>::Reg;
+    if constexpr (sizeof(Reg) == 32) {
+      return regCast<Reg>(_mm256_cmp_ps((__m256)a.r[i], (__m256)b.r[i], _CMP_UNORD_Q));
+    } else {
+      return regCast<Reg>(_mm_cmpunord_ps((__m128)a.r[i], (__m128)b.r[i]));
+    }
+  });
+}
+
+// True if no float that N packs of outputs read is a NaN or -0: all others keep the order of integers under the minimum
+// and maximum of floats.
+template <int N, int M>
+VEK_INLINE bool isPlain(const float* s) {
+  constexpr int lanes = Pack<float>::lanes;
+  static_assert(M <= lanes + 1);
+  Pack<float> last = load(s + (N - 1) * lanes + M - 1);
+  Pack<float> marks = zeros<float>();  // sign bits tell
+  // Only -0 loses its sign bit when 1 is taken from it as an integer.
+  const auto signLost = [](Pack<float> x)
+                            VEK_LAMBDA { return x & bits<float>(~(bits<int32_t>(x) + broadcast(int32_t(-1)))); };
+#pragma GCC unroll 4
+  for (int k = 0; k < N; ++k) {
+    const Pack<float> x = load(s + k * lanes);
+    if (k % 2 == 0) marks = marks | bits<float>(unordered(x, last));
+    marks = marks | signLost(x);
+    last = x;
+  }
+  if (N % 2 == 0) marks = marks | bits<float>(unordered(last, last));
+  return laneBits(asMask<float>(marks | signLost(load(s + (N - 1) * lanes + M - 1)))) == 0;
+}
+
+// Packs of outputs at a time.
+constexpr int kMedianUnroll = 4;
+
+template <int M, class T>
+VEK_INLINE void medianBlocks(T* d, const T* s) {
+  constexpr int lanes = Pack<T>::lanes;
+  if constexpr (kSame<T, float>) {
+    if (!isPlain<kMedianUnroll, M>(s)) {
+      for (int k = 0; k < kMedianUnroll; ++k) medianBlockBits<M>(d + k * lanes, s + k * lanes);
+      return;
+    }
+  }
+#pragma GCC unroll 4
+  for (int k = 0; k < kMedianUnroll; ++k) medianBlock<M>(d + k * lanes, s + k * lanes);
+}
+template <int M, class T>
+VEK_INLINE void medianOneBlock(T* d, const T* s) {
+  if constexpr (kSame<T, float>) {
+    medianBlockBits<M>(d, s);
+  } else {
+    medianBlock<M>(d, s);
+  }
+}
+
+// dst[i] = median of window[i] .. window[i + M - 1], i < n; the arrays do not overlap.
+template <int M, class T>
+VEK_NOINLINE void slideNetwork(const T* window, T* dst, ptrdiff_t n) {
+  constexpr int lanes = Pack<T>::lanes;
+  if (n >= lanes) {
+    ptrdiff_t i = 0;
+    for (; i + kMedianUnroll * lanes <= n; i += kMedianUnroll * lanes) medianBlocks<M>(dst + i, window + i);
+    for (; i + lanes <= n; i += lanes) medianOneBlock<M>(dst + i, window + i);
+    if (i < n) medianOneBlock<M>(dst + n - lanes, window + n - lanes);
+    return;
+  }
+  alignas(32) T in[lanes + M] = {}, out[lanes];
+  copyShort(in, window, (n + M - 1) * ptrdiff_t(sizeof(T)));
+  medianOneBlock<M>(out, in);
+  copyShort(dst, out, n * ptrdiff_t(sizeof(T)));
+}
+
+// ---- masks up to 33: sorted halves that windows share
+// -------------------------------------------------------------------- With half = mask / 2, the window of an output is
+// a centre and two runs of `half` elements, and the run before one centre is the run after another: every run is sorted
+// once. Sorted ascending, a[k] and b[half - 1 - k] pair up so that the minima are the `half` smallest and the maxima
+// the `half` largest of both runs; the median is the centre, held between the largest minimum and the smallest maximum.
+
+constexpr int kListMask = 33;
+constexpr int kListHalf = kListMask / 2;
+constexpr int kListBytes = 1216;  // of each row of sorted runs
+constexpr int kListSlack = 64;    // elements that may be read behind the window's last
+
+struct Exchange {
+  uint8_t a, b;
+};
+constexpr Exchange kSort8[19] = {{0, 2}, {1, 3}, {4, 6}, {5, 7}, {0, 4}, {1, 5}, {2, 6}, {3, 7}, {0, 1}, {2, 3},
+                                 {4, 5}, {6, 7}, {2, 4}, {3, 5}, {1, 4}, {3, 6}, {1, 2}, {3, 4}, {5, 6}};
+constexpr Exchange kSort16[60] = {
+    {0, 13},  {1, 12}, {2, 15},  {3, 14},  {4, 8},   {5, 6}, {7, 11},  {9, 10},  {0, 5},   {1, 7},   {2, 9},   {3, 4},
+    {6, 13},  {8, 14}, {10, 15}, {11, 12}, {0, 1},   {2, 3}, {4, 5},   {6, 8},   {7, 9},   {10, 11}, {12, 13}, {14, 15},
+    {0, 2},   {1, 3},  {4, 10},  {5, 11},  {6, 7},   {8, 9}, {12, 14}, {13, 15}, {1, 2},   {3, 12},  {4, 6},   {5, 7},
+    {8, 10},  {9, 11}, {13, 14}, {1, 4},   {2, 6},   {5, 8}, {7, 10},  {9, 13},  {11, 14}, {2, 4},   {3, 6},   {9, 12},
+    {11, 13}, {3, 5},  {6, 8},   {7, 9},   {10, 12}, {3, 4}, {5, 6},   {7, 8},   {9, 10},  {11, 12}, {6, 7},   {8, 9}};
+
+// Lane by lane the H = 8 or 16 shifted elements, sorted; those from `half` on count as the largest value.
+template <int H, class T>
+VEK_INLINE void sortRun(const T* s, int half, T* row, ptrdiff_t stride) {
+  constexpr T most = kSigned<T> ? T(UnsignedOf<T>(-1) >> 1) : T(-1);
+  Pack<T> v[H];
+#pragma GCC unroll 16
+  for (int k = 0; k < H; ++k) v[k] = k < half ? load(s + k) : broadcast(most);
+  if constexpr (H == 8) {
+#pragma GCC unroll 19
+    for (int i = 0; i < 19; ++i) sortTwo(v[kSort8[i].a], v[kSort8[i].b]);
+  } else {
+#pragma GCC unroll 60
+    for (int i = 0; i < 60; ++i) sortTwo(v[kSort16[i].a], v[kSort16[i].b]);
+  }
+#pragma GCC unroll 16
+  for (int k = 0; k < H; ++k) store(row + k * stride, v[k]);
+}
+
+template <class T>
+VEK_INLINE Pack<T> medianOfRuns(const T* before, const T* after, int half, ptrdiff_t stride, Pack<T> centre) {
+  const T* b = after + (half - 1) * stride;
+  Pack<T> low = minOf(load(before), load(b)), high = maxOf(load(before), load(b));
+  for (int k = 1; k < half; ++k) {
+    before += stride;
+    b -= stride;
+    const Pack<T> x = load(before), y = load(b);
+    low = maxOf(low, minOf(x, y));
+    high = minOf(high, maxOf(x, y));
+  }
+  return maxOf(low, minOf(centre, high));
+}
+
+// dst[i] = median of window[i] .. window[i + 2 * half], i < n, of integers; kListSlack elements follow the window.
+template <int H, class T>
+VEK_NOINLINE void slideLists(const T* window, T* dst, ptrdiff_t n, int half) {
+  constexpr int lanes = Pack<T>::lanes;
+  constexpr ptrdiff_t stride = kListBytes / ptrdiff_t(sizeof(T)), runs = stride & -lanes;
+  alignas(64) T rows[H * stride];
+  const ptrdiff_t most = (runs - kListHalf - 1) & -lanes;
+  for (ptrdiff_t i = 0; i < n; i += most) {
+    const ptrdiff_t count = n - i < most ? n - i : most;
+    for (ptrdiff_t k = 0; k < count + half + 1; k += lanes) sortRun<H>(window + i + k, half, rows + k, stride);
+    for (ptrdiff_t k = 0; k < count; k += lanes) {
+      const Pack<T> x = medianOfRuns(rows + k, rows + k + half + 1, half, stride, load(window + i + k + half));
+      if (count - k >= lanes) {
+        store(dst + i + k, x);
+      } else {
+        storePart(dst + i + k, x, count - k);
+      }
+    }
+  }
+}
+
+}  // namespace
+}  // namespace vek::VEK_SLOT
+
+#endif

@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: Apache-2.0
+// Thresholds: replacing the elements beyond a level.
+#ifndef VEK_THRESHOLD_H
+#define VEK_THRESHOLD_H
+
+#include "vek/api.h"
+#include "vek/status.h"
+#include "vek/types.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/**
+ * @defgroup threshold Thresholds
+ *
+ * Elements on one side of a level are replaced; the others are stored as they are. Names ending in `_I` work in place
+ * on `pSrcDst`; in the others `pDst` may equal `pSrc` but not overlap it otherwise.
+ *
+ * Real elements x are compared in their own type. A complex element is compared by its squared magnitude
+ * m = re*re + im*im with level*level, every operation rounded to single precision.
+ *
+ * Checks, in order; a refused call writes nothing:
+ * -# a null pointer: #vekStsNullPtrErr
+ * -# `len` below 1: #vekStsSizeErr
+ * -# `relOp` other than #vekCompareLess and #vekCompareGreater: #vekStsBadArgErr
+ * -# a level below 0 where a magnitude is compared (all complex functions, LTAbs, GTAbs, LTInv):
+ *    #vekStsThreshNegLevelErr
+ * -# `levelLT` above `levelGT`: #vekStsThresholdErr
+ *
+ * Numeric class of all functions: exact.
+ * @{
+ */
+
+/**
+ * @name Below or above a level
+ * LT (`relOp` #vekCompareLess): x where x > level, else the level, so a NaN becomes the level. GT (#vekCompareGreater):
+ * x where x < level, else the level.
+ *
+ * Complex LT keeps an element with m >= level^2, stores (level, 0) for a zero element, and multiplies every other by
+ * sqrt(level^2 / m), in double precision with one rounding at the end, which sets the magnitude to the level and keeps
+ * the phase. GT keeps an element with m <= level^2 and multiplies every other. Where m or level^2 leaves the range of
+ * normal single-precision numbers, the factor is formed from squares in double precision, so that the magnitude still
+ * comes out as the level.
+ * @{
+ */
+VEK_API VekStatus veksThreshold_32f(const Vek32f* pSrc, Vek32f* pDst, int len, Vek32f level, VekCompareOp relOp);
+VEK_API VekStatus veksThreshold_32f_I(Vek32f* pSrcDst, int len, Vek32f level, VekCompareOp relOp);
+VEK_API VekStatus veksThreshold_32fc(const Vek32fc* pSrc, Vek32fc* pDst, int len, Vek32f level, VekCompareOp relOp);
+VEK_API VekStatus veksThreshold_32fc_I(Vek32fc* pSrcDst, int len, Vek32f level, VekCompareOp relOp);
+VEK_API VekStatus veksThreshold_LT_16s(const Vek16s* pSrc, Vek16s* pDst, int len, Vek16s level);
+VEK_API VekStatus veksThreshold_LT_16s_I(Vek16s* pSrcDst, int len, Vek16s level);
+VEK_API VekStatus veksThreshold_LT_32s(const Vek32s* pSrc, Vek32s* pDst, int len, Vek32s level);
+VEK_API VekStatus veksThreshold_LT_32s_I(Vek32s* pSrcDst, int len, Vek32s level);
+VEK_API VekStatus veksThreshold_LT_32f(const Vek32f* pSrc, Vek32f* pDst, int len, Vek32f level);
+VEK_API VekStatus veksThreshold_LT_32f_I(Vek32f* pSrcDst, int len, Vek32f level);
+VEK_API VekStatus veksThreshold_LT_32fc(const Vek32fc* pSrc, Vek32fc* pDst, int len, Vek32f level);
+VEK_API VekStatus veksThreshold_LT_32fc_I(Vek32fc* pSrcDst, int len, Vek32f level);
+VEK_API VekStatus veksThreshold_GT_16s(const Vek16s* pSrc, Vek16s* pDst, int len, Vek16s level);
+VEK_API VekStatus veksThreshold_GT_16s_I(Vek16s* pSrcDst, int len, Vek16s level);
+VEK_API VekStatus veksThreshold_GT_32s(const Vek32s* pSrc, Vek32s* pDst, int len, Vek32s level);
+VEK_API VekStatus veksThreshold_GT_32s_I(Vek32s* pSrcDst, int len, Vek32s level);
+VEK_API VekStatus veksThreshold_GT_32f(const Vek32f* pSrc, Vek32f* pDst, int len, Vek32f level);
+VEK_API VekStatus veksThreshold_GT_32f_I(Vek32f* pSrcDst, int len, Vek32f level);
+VEK_API VekStatus veksThreshold_GT_32fc(const Vek32fc* pSrc, Vek32fc* pDst, int len, Vek32f level);
+VEK_API VekStatus veksThreshold_GT_32fc_I(Vek32fc* pSrcDst, int len, Vek32f level);
+/** @} */
+
+/**
+ * @name Replaced by a value
+ * LTVal: x where x >= level, else the value. GTVal: x where x <= level, else the value. NaN becomes the value. Complex
+ * elements likewise by m and level^2.
+ * @{
+ */
+VEK_API VekStatus veksThreshold_LTVal_32f(const Vek32f* pSrc, Vek32f* pDst, int len, Vek32f level, Vek32f value);
+VEK_API VekStatus veksThreshold_LTVal_32f_I(Vek32f* pSrcDst, int len, Vek32f level, Vek32f value);
+VEK_API VekStatus veksThreshold_LTVal_32fc(const Vek32fc* pSrc, Vek32fc* pDst, int len, Vek32f level, Vek32fc value);
+VEK_API VekStatus veksThreshold_LTVal_32fc_I(Vek32fc* pSrcDst, int len, Vek32f level, Vek32fc value);
+VEK_API VekStatus veksThreshold_GTVal_32f(const Vek32f* pSrc, Vek32f* pDst, int len, Vek32f level, Vek32f value);
+VEK_API VekStatus veksThreshold_GTVal_32f_I(Vek32f* pSrcDst, int len, Vek32f level, Vek32f value);
+VEK_API VekStatus veksThreshold_GTVal_32fc(const Vek32fc* pSrc, Vek32fc* pDst, int len, Vek32f level, Vek32fc value);
+VEK_API VekStatus veksThreshold_GTVal_32fc_I(Vek32fc* pSrcDst, int len, Vek32f level, Vek32fc value);
+/** @} */
+
+/**
+ * @name Replaced by two values
+ * `valueLT` where x < levelLT, `valueGT` where x > levelGT or x is NaN, else x.
+ * @{
+ */
+VEK_API VekStatus veksThreshold_LTValGTVal_32s(const Vek32s* pSrc, Vek32s* pDst, int len, Vek32s levelLT,
+                                               Vek32s valueLT, Vek32s levelGT, Vek32s valueGT);
+VEK_API VekStatus veksThreshold_LTValGTVal_32s_I(Vek32s* pSrcDst, int len, Vek32s levelLT, Vek32s valueLT,
+                                                 Vek32s levelGT, Vek32s valueGT);
+VEK_API VekStatus veksThreshold_LTValGTVal_32f(const Vek32f* pSrc, Vek32f* pDst, int len, Vek32f levelLT,
+                                               Vek32f valueLT, Vek32f levelGT, Vek32f valueGT);
+VEK_API VekStatus veksThreshold_LTValGTVal_32f_I(Vek32f* pSrcDst, int len, Vek32f levelLT, Vek32f valueLT,
+                                                 Vek32f levelGT, Vek32f valueGT);
+/** @} */
+
+/**
+ * @name By magnitude
+ * LTAbs: where |x| < level, the level with the sign of x (+level for both zeros); else x, NaN included. GTAbs: x
+ * clamped to -level..level; NaN becomes +level. The magnitude of -2147483648 is 2147483648.
+ * @{
+ */
+VEK_API VekStatus veksThreshold_LTAbs_32s(const Vek32s* pSrc, Vek32s* pDst, int len, Vek32s level);
+VEK_API VekStatus veksThreshold_LTAbs_32s_I(Vek32s* pSrcDst, int len, Vek32s level);
+VEK_API VekStatus veksThreshold_LTAbs_32f(const Vek32f* pSrc, Vek32f* pDst, int len, Vek32f level);
+VEK_API VekStatus veksThreshold_LTAbs_32f_I(Vek32f* pSrcDst, int len, Vek32f level);
+VEK_API VekStatus veksThreshold_GTAbs_32s(const Vek32s* pSrc, Vek32s* pDst, int len, Vek32s level);
+VEK_API VekStatus veksThreshold_GTAbs_32s_I(Vek32s* pSrcDst, int len, Vek32s level);
+VEK_API VekStatus veksThreshold_GTAbs_32f(const Vek32f* pSrc, Vek32f* pDst, int len, Vek32f level);
+VEK_API VekStatus veksThreshold_GTAbs_32f_I(Vek32f* pSrcDst, int len, Vek32f level);
+/** @} */
+
+/**
+ * @name Reciprocal with a limit
+ * 1/x where |x| > level; elsewhere +1/level for x >= 0 and -1/level for x < 0 and for NaN. With level 0 every element
+ * but zero gives 1/x; zeros of either sign give +infinity, and the call returns the warning #vekStsInvZero after the
+ * whole vector.
+ *
+ * Complex: (re/m, -im/m) where m > level^2; elsewhere magnitude 1/level with the phase of the reciprocal, (1/level, 0)
+ * for a zero element. With level 0 every element but zero gives its reciprocal; a zero element gives (+infinity, 0) and
+ * the warning.
+ * @{
+ */
+VEK_API VekStatus veksThreshold_LTInv_32f(const Vek32f* pSrc, Vek32f* pDst, int len, Vek32f level);
+VEK_API VekStatus veksThreshold_LTInv_32f_I(Vek32f* pSrcDst, int len, Vek32f level);
+VEK_API VekStatus veksThreshold_LTInv_32fc(const Vek32fc* pSrc, Vek32fc* pDst, int len, Vek32f level);
+VEK_API VekStatus veksThreshold_LTInv_32fc_I(Vek32fc* pSrcDst, int len, Vek32f level);
+/** @} */
+
+/** @} */
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

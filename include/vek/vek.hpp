@@ -1,0 +1,203 @@
+// SPDX-License-Identifier: Apache-2.0
+// vek for C++20, header only: overloads on std::span (vek/spans.hpp), statuses as results or exceptions (vek/result.hpp),
+// and filter and transform states that release themselves. Every call is the C call and nothing else.
+#ifndef VEK_VEK_HPP
+#define VEK_VEK_HPP
+
+#include <memory>
+#include <span>
+#include <utility>
+
+#include "vek.h"
+#include "vek/result.hpp"
+#include "vek/spans.hpp"
+
+namespace vek {
+
+namespace detail {
+
+// A state made by an InitAlloc function, released by its Free function.
+template <class State, VekStatus (*Free)(State*)>
+class Handle {
+ public:
+  Handle() = default;
+  template <class Make>
+  Result reset(Make make) {
+    State* state = nullptr;
+    const Result made = make(&state);
+    if (made) state_.reset(state);
+    return made;
+  }
+  State* get() const noexcept { return state_.get(); }
+
+ private:
+  struct Release {
+    void operator()(State* s) const noexcept { Free(s); }
+  };
+  std::unique_ptr<State, Release> state_;
+};
+
+template <class Tap, class Sample>
+struct FirKind;
+template <class Tap, class Sample>
+struct IirKind;
+
+#define VEK_FIR_KIND(TAP, SAMPLE, SUFFIX)                                \
+  template <>                                                            \
+  struct FirKind<TAP, SAMPLE> {                                          \
+    using State = Handle<VeksFIRState##SUFFIX, veksFIRFree##SUFFIX>;     \
+    static constexpr auto make = veksFIRInitAlloc##SUFFIX;               \
+    static constexpr auto makeMultiRate = veksFIRMRInitAlloc##SUFFIX;    \
+    static constexpr auto run = veksFIR##SUFFIX;                         \
+    static constexpr auto runInPlace = veksFIR##SUFFIX##_I;              \
+    static constexpr auto one = veksFIROne##SUFFIX;                      \
+  };
+VEK_FIR_KIND(Vek32f, Vek32f, _32f)
+VEK_FIR_KIND(Vek32fc, Vek32fc, _32fc)
+VEK_FIR_KIND(Vek64f, Vek32f, 64f_32f)
+VEK_FIR_KIND(Vek64fc, Vek32fc, 64fc_32fc)
+#undef VEK_FIR_KIND
+
+#define VEK_IIR_KIND(TAP, SAMPLE, SUFFIX)                                \
+  template <>                                                            \
+  struct IirKind<TAP, SAMPLE> {                                          \
+    using State = Handle<VeksIIRState##SUFFIX, veksIIRFree##SUFFIX>;     \
+    static constexpr auto make = veksIIRInitAlloc##SUFFIX;               \
+    static constexpr auto run = veksIIR##SUFFIX;                         \
+    static constexpr auto runInPlace = veksIIR##SUFFIX##_I;              \
+    static constexpr auto one = veksIIROne##SUFFIX;                      \
+  };
+VEK_IIR_KIND(Vek32f, Vek32f, _32f)
+VEK_IIR_KIND(Vek32fc, Vek32fc, _32fc)
+VEK_IIR_KIND(Vek64f, Vek32f, 64f_32f)
+VEK_IIR_KIND(Vek64fc, Vek32fc, 64fc_32fc)
+#undef VEK_IIR_KIND
+
+// What both filters do with samples.
+template <class Kind, class Sample>
+class Filter {
+ public:
+  /** Filters a piece of the stream; the next call goes on where this one ended. */
+  Result operator()(std::span<const Sample> src, std::span<Sample> dst) {
+    return Kind::run(src.data(), dst.data(), len(src, dst), state_.get());
+  }
+  Result operator()(std::span<Sample> srcDst) { return Kind::runInPlace(srcDst.data(), len(srcDst), state_.get()); }
+  /** One sample. */
+  Sample operator()(Sample src) {
+    Sample dst{};
+    Result(Kind::one(src, &dst, state_.get())).orThrow();
+    return dst;
+  }
+  /** The state itself, for the C functions. */
+  auto* get() const noexcept { return state_.get(); }
+
+ protected:
+  typename Kind::State state_;
+};
+
+}  // namespace detail
+
+/** A streaming FIR filter. The constructor throws Error where the C initialiser refuses. */
+template <class Tap, class Sample>
+class Fir : public detail::Filter<detail::FirKind<Tap, Sample>, Sample> {
+  using Kind = detail::FirKind<Tap, Sample>;
+
+ public:
+  /** delay, if given, holds taps.size() past samples, newest first. */
+  explicit Fir(std::span<const Tap> taps, std::span<const Sample> delay = {}) {
+    this->state_
+        .reset([&](auto** state) {
+          return !delay.empty() && delay.size() < taps.size()
+                     ? vekStsSizeErr
+                     : Kind::make(state, taps.data(), detail::len(taps), delay.empty() ? nullptr : delay.data());
+        })
+        .orThrow();
+  }
+};
+
+/** A polyphase filter that turns downFactor samples into upFactor. */
+template <class Tap, class Sample>
+class MultiRateFir {
+  using Kind = detail::FirKind<Tap, Sample>;
+
+ public:
+  MultiRateFir(std::span<const Tap> taps, int upFactor, int downFactor, int upPhase = 0, int downPhase = 0)
+      : up_(upFactor), down_(downFactor) {
+    state_
+        .reset([&](auto** state) {
+          return Kind::makeMultiRate(state, taps.data(), detail::len(taps), upFactor, upPhase, downFactor, downPhase, nullptr);
+        })
+        .orThrow();
+  }
+  /** src holds a multiple of downFactor samples, dst upFactor for every downFactor of them. */
+  Result operator()(std::span<const Sample> src, std::span<Sample> dst) {
+    const size_t n = src.size() / size_t(down_);
+    if (src.size() % size_t(down_) != 0 || dst.size() != n * size_t(up_)) return vekStsSizeErr;
+    return Kind::run(src.data(), dst.data(), int(n), state_.get());
+  }
+  auto* get() const noexcept { return state_.get(); }
+
+ private:
+  int up_, down_;
+  typename Kind::State state_;
+};
+
+/** A streaming IIR filter from its polynomials: b0 .. bN, then a0 .. aN. */
+template <class Tap, class Sample>
+class Iir : public detail::Filter<detail::IirKind<Tap, Sample>, Sample> {
+  using Kind = detail::IirKind<Tap, Sample>;
+
+ public:
+  explicit Iir(std::span<const Tap> taps) {
+    this->state_
+        .reset([&](auto** state) {
+          return taps.size() % 2 != 0 ? vekStsIIROrderErr : Kind::make(state, taps.data(), detail::len(taps) / 2 - 1, nullptr);
+        })
+        .orThrow();
+  }
+};
+
+/** A cascade of second-order sections, six taps each: b0 b1 b2 a0 a1 a2. */
+template <class Sample>
+class Biquads : public detail::Filter<detail::IirKind<Sample, Sample>, Sample> {
+ public:
+  explicit Biquads(std::span<const Sample> sections) {
+    this->state_
+        .reset([&](auto** state) -> VekStatus {
+          if (sections.size() % 6 != 0) return vekStsIIROrderErr;
+          const int n = detail::len(sections) / 6;
+          if constexpr (std::is_same_v<Sample, Vek32f>) {
+            return veksIIRInitAlloc_BiQuad_32f(state, sections.data(), n, nullptr);
+          } else {
+            return veksIIRInitAlloc_BiQuad_32fc(state, sections.data(), n, nullptr);
+          }
+        })
+        .orThrow();
+  }
+};
+
+/** The orthonormal cosine transform of one length, both ways. */
+class Dct {
+ public:
+  explicit Dct(int points) : points_(size_t(points)) {
+    forward_.reset([&](auto** s) { return veksDCTFwdInitAlloc_32f(s, points, vekAlgHintNone); }).orThrow();
+    inverse_.reset([&](auto** s) { return veksDCTInvInitAlloc_32f(s, points, vekAlgHintNone); }).orThrow();
+  }
+  Result forward(std::span<const Vek32f> src, std::span<Vek32f> dst) const {
+    if (src.size() != points_ || dst.size() != points_) return vekStsSizeErr;
+    return veksDCTFwd_32f(src.data(), dst.data(), forward_.get(), nullptr);
+  }
+  Result inverse(std::span<const Vek32f> src, std::span<Vek32f> dst) const {
+    if (src.size() != points_ || dst.size() != points_) return vekStsSizeErr;
+    return veksDCTInv_32f(src.data(), dst.data(), inverse_.get(), nullptr);
+  }
+
+ private:
+  size_t points_;
+  detail::Handle<VeksDCTFwdSpec_32f, veksDCTFwdFree_32f> forward_;
+  detail::Handle<VeksDCTInvSpec_32f, veksDCTInvFree_32f> inverse_;
+};
+
+}  // namespace vek
+
+#endif

@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "core/simd/checks.h"
+#include "stats/sort_keys.h"
+#include "stats/sort_values.h"
+#include "vek.h"
+
+namespace vek::VEK_SLOT {
+namespace {
+
+// ---- bytes
+// ------------------------------------------------------------------------------------------------------------
+
+// Four tables take turns, so that runs of one value do not wait for the store of the last count.
+VEK_INLINE void countBytes(const uint8_t* v, ptrdiff_t n, uint32_t (&count)[4][256]) {
+  ptrdiff_t i = 0;
+  for (; i + 8 <= n; i += 8) {
+    uint64_t x;
+    __builtin_memcpy(&x, v + i, 8);
+#pragma GCC unroll 8
+    for (int k = 0; k < 8; ++k) ++count[k & 3][x >> 8 * k & 0xFF];
+  }
+  for (; i < n; ++i) ++count[0][v[i]];
+}
+
+// `run` elements of one value; bytes up to `end` may be overwritten beyond them.
+VEK_INLINE uint8_t* fillRun(uint8_t* to, ptrdiff_t run, uint8_t value, const uint8_t* end) {
+  if (end - to < run + 32) {
+    for (ptrdiff_t i = 0; i < run; ++i) to[i] = value;
+    return to + run;
+  }
+  const Pack<uint8_t> x = broadcast(value);
+  store(to, x);
+  for (ptrdiff_t i = 32; i < run; i += 32) store(to + i, x);
+  return to + run;
+}
+
+VEK_NOINLINE void sortByCounting(uint8_t* v, ptrdiff_t n, bool descending) {
+  uint32_t count[4][256] = {};
+  countBytes(v, n, count);
+  uint8_t* to = v;
+  for (int k = 0; k < 256; ++k) {
+    const int value = descending ? 255 - k : k;
+    const ptrdiff_t run = ptrdiff_t(count[0][value]) + count[1][value] + count[2][value] + count[3][value];
+    to = fillRun(to, run, uint8_t(value), v + n);
+  }
+}
+
+constexpr ptrdiff_t kCountFrom = 128;
+
+VEK_INLINE VekStatus sortBytes(Vek8u* v, int len, bool descending) {
+  if (const VekStatus s = checkVectors(len, v)) return s;
+  if (len >= kCountFrom) {
+    sortByCounting(v, len, descending);
+  } else {
+    if (descending) complement(v, len);
+    sortShort(v, len);
+    if (descending) complement(v, len);
+  }
+  return vekStsNoErr;
+}
+
+// ---- integers and floats
+// ----------------------------------------------------------------------------------------------
+
+template <class T>
+VEK_INLINE VekStatus sortIntegers(T* v, int len, bool descending) {
+  if (const VekStatus s = checkVectors(len, v)) return s;
+  if (descending) complement(v, len);
+  sortKeys(v, len);
+  if (descending) complement(v, len);
+  return vekStsNoErr;
+}
+
+VEK_NOINLINE void sortFloatBits(int32_t* v, ptrdiff_t n, int32_t flip) {
+  const bool nans = floatsToKeys(v, n, flip);
+  const ptrdiff_t numbers = nans ? gatherNans<int>(v, nullptr, n, flip) : n;
+  if (numbers > 0) sortKeys(v, numbers);
+  keysToFloats(v, n, flip);
+}
+
+VEK_INLINE VekStatus sortFloats(Vek32f* v, int len, bool descending) {
+  if (const VekStatus s = checkVectors(len, v)) return s;
+  sortFloatBits(reinterpret_cast<int32_t*>(v), len, descending ? -1 : 0);
+  return vekStsNoErr;
+}
+
+}  // namespace
+
+VekStatus veksSortAscend_8u_I(Vek8u* pSrcDst, int len) { return sortBytes(pSrcDst, len, false); }
+VekStatus veksSortAscend_16s_I(Vek16s* pSrcDst, int len) { return sortIntegers(pSrcDst, len, false); }
+VekStatus veksSortAscend_32s_I(Vek32s* pSrcDst, int len) { return sortIntegers(pSrcDst, len, false); }
+VekStatus veksSortAscend_32f_I(Vek32f* pSrcDst, int len) { return sortFloats(pSrcDst, len, false); }
+VekStatus veksSortDescend_8u_I(Vek8u* pSrcDst, int len) { return sortBytes(pSrcDst, len, true); }
+VekStatus veksSortDescend_16s_I(Vek16s* pSrcDst, int len) { return sortIntegers(pSrcDst, len, true); }
+VekStatus veksSortDescend_32s_I(Vek32s* pSrcDst, int len) { return sortIntegers(pSrcDst, len, true); }
+VekStatus veksSortDescend_32f_I(Vek32f* pSrcDst, int len) { return sortFloats(pSrcDst, len, true); }
+
+}  // namespace vek::VEK_SLOT

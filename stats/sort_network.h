@@ -1,0 +1,208 @@
+// SPDX-License-Identifier: Apache-2.0
+// Sorting networks for short ranges. R packs of N lanes are seen as N columns of R elements: the columns are sorted by
+// a network between registers, then neighbouring columns are merged two by two, four by four and so on (bitonic merges
+// whose last log2(R) steps again run between registers), and a transposition puts the columns one behind the other.
+#ifndef VEK_STATS_SORT_NETWORK_H
+#define VEK_STATS_SORT_NETWORK_H
+
+#include "core/simd/convert.h"
+
+namespace vek::VEK_SLOT {
+namespace {
+
+template <class E>
+VEK_INLINE void order(Pack<E>& a, Pack<E>& b) {
+  const Pack<E> low = minOf(a, b);
+  b = maxOf(a, b);
+  a = low;
+}
+
+// ---- lanes of one pack
+// ------------------------------------------------------------------------------------------------
+
+// Lane k of the result is lane k ^ D.
+template <int D, class E>
+VEK_INLINE Pack<E> exchangeLanes(Pack<E> a) {
+  constexpr int bytes = D * int(sizeof(E));
+  if constexpr (bytes == 16) return swapHalves(a);
+  if constexpr (bytes == 8) return shuffle32<0x4E>(a);
+  if constexpr (bytes == 4) return shuffle32<0xB1>(a);
+}
+
+// Every group of G lanes in the opposite order.
+template <int G, class E>
+VEK_INLINE Pack<E> reverseGroups(Pack<E> a) {
+  if constexpr (G == Pack<E>::lanes) {
+    return reverse(a);
+  } else if constexpr (G == 2) {
+    return exchangeLanes<1>(a);
+  } else {
+    static_assert(G == 4 && sizeof(E) == 4);
+    return shuffle32<0x1B>(a);
+  }
+}
+
+// Lanes with bit D of their number clear from a, the others from b.
+template <int D, class E>
+VEK_INLINE Pack<E> blendLanes(Pack<E> a, Pack<E> b) {
+  using Reg = typename Pack<E>::Reg;
+  constexpr int words = D * int(sizeof(E)) / 4;
+  if constexpr (Pack<E>::regs == 1) {
+    constexpr int choice = words == 4 ? 0xF0 : words == 2 ? 0xCC : 0xAA;
+    return {{regCast<Reg>(_mm256_blend_ps((__m256)a.r[0], (__m256)b.r[0], choice))}};
+  } else if constexpr (words == 4) {
+    return {{a.r[0], b.r[1]}};
+  } else {
+    return each<Pack<E>>([&](int i) VEK_LAMBDA {
+      if constexpr (words == 2) {
+        return regCast<Reg>(_mm_shuffle_pd((__m128d)a.r[i], (__m128d)b.r[i], 2));
+      } else if constexpr (kSse41) {
+        return regCast<Reg>(_mm_blend_epi16((__m128i)a.r[i], (__m128i)b.r[i], 0xCC));
+      } else {
+        const __m128i even = _mm_setr_epi32(-1, 0, -1, 0);
+        return regCast<Reg>(
+            _mm_or_si128(_mm_and_si128(even, (__m128i)a.r[i]), _mm_andnot_si128(even, (__m128i)b.r[i])));
+      }
+    });
+  }
+}
+
+// ---- columns
+// ----------------------------------------------------------------------------------------------------------
+
+struct Comparator {
+  uint8_t a, b;
+};
+template <int R>
+struct ColumnNetwork;
+template <>
+struct ColumnNetwork<1> {
+  static constexpr int size = 0;
+  static constexpr Comparator steps[1] = {};
+};
+template <>
+struct ColumnNetwork<2> {
+  static constexpr int size = 1;
+  static constexpr Comparator steps[1] = {{0, 1}};
+};
+template <>
+struct ColumnNetwork<4> {
+  static constexpr int size = 5;
+  static constexpr Comparator steps[5] = {{0, 1}, {2, 3}, {0, 2}, {1, 3}, {1, 2}};
+};
+template <>
+struct ColumnNetwork<8> {
+  static constexpr int size = 19;
+  static constexpr Comparator steps[19] = {{0, 2}, {1, 3}, {4, 6}, {5, 7}, {0, 4}, {1, 5}, {2, 6},
+                                           {3, 7}, {0, 1}, {2, 3}, {4, 5}, {6, 7}, {2, 4}, {3, 5},
+                                           {1, 4}, {3, 6}, {1, 2}, {3, 4}, {5, 6}};
+};
+template <>
+struct ColumnNetwork<16> {
+  static constexpr int size = 60;
+  static constexpr Comparator steps[60] = {
+      {0, 13},  {1, 12},  {2, 15},  {3, 14},  {4, 8},   {5, 6},   {7, 11}, {9, 10},  {0, 5},   {1, 7},
+      {2, 9},   {3, 4},   {6, 13},  {8, 14},  {10, 15}, {11, 12}, {0, 1},  {2, 3},   {4, 5},   {6, 8},
+      {7, 9},   {10, 11}, {12, 13}, {14, 15}, {0, 2},   {1, 3},   {4, 10}, {5, 11},  {6, 7},   {8, 9},
+      {12, 14}, {13, 15}, {1, 2},   {3, 12},  {4, 6},   {5, 7},   {8, 10}, {9, 11},  {13, 14}, {1, 4},
+      {2, 6},   {5, 8},   {7, 10},  {9, 13},  {11, 14}, {2, 4},   {3, 6},  {9, 12},  {11, 13}, {3, 5},
+      {6, 8},   {7, 9},   {10, 12}, {3, 4},   {5, 6},   {7, 8},   {9, 10}, {11, 12}, {6, 7},   {8, 9}};
+};
+
+template <int D, class E>
+VEK_INLINE Pack<E> orderLanes(Pack<E> a) {
+  const Pack<E> b = exchangeLanes<D>(a);
+  return blendLanes<D>(minOf(a, b), maxOf(a, b));
+}
+
+// Merges the sorted runs of G/2 columns each into runs of G columns.
+template <int G, int R, class E>
+VEK_INLINE void mergeColumns(Pack<E> (&v)[R]) {
+  if constexpr (R == 1) {
+    const Pack<E> b = reverseGroups<G>(v[0]);
+    v[0] = blendLanes<G / 2>(minOf(v[0], b), maxOf(v[0], b));
+  } else {
+#pragma GCC unroll 8
+    for (int i = 0; i < R / 2; ++i) {
+      const Pack<E> b = reverseGroups<G>(v[R - 1 - i]);
+      const Pack<E> low = minOf(v[i], b), high = maxOf(v[i], b);
+      v[i] = blendLanes<G / 2>(low, high);
+      v[R - 1 - i] = reverseGroups<G>(blendLanes<G / 2>(high, low));
+    }
+  }
+#pragma GCC unroll 16
+  for (int i = 0; i < R; ++i) {
+    if constexpr (G >= 8) v[i] = orderLanes<2>(v[i]);
+    if constexpr (G >= 4) v[i] = orderLanes<1>(v[i]);
+  }
+#pragma GCC unroll 8
+  for (int d = R / 2; d > 0; d /= 2) {
+#pragma GCC unroll 16
+    for (int i = 0; i < R; ++i)
+      if ((i & d) == 0) order(v[i], v[i + d]);
+  }
+}
+
+// Columns one behind the other: the packs are interleaved in log2(R) rounds.
+template <int R, int Run, class E>
+VEK_INLINE void joinColumns(Pack<E> (&v)[R]) {
+  if constexpr (Run < R) {
+    Pack<E> next[R];
+    constexpr int pairs = R / Run / 2;
+#pragma GCC unroll 8
+    for (int i = 0; i < pairs; ++i) {
+#pragma GCC unroll 8
+      for (int k = 0; k < Run; ++k) {
+        const Two<E> t = interleave(v[i * Run + k], v[(i + pairs) * Run + k]);
+        next[i * 2 * Run + 2 * k] = t.a;
+        next[i * 2 * Run + 2 * k + 1] = t.b;
+      }
+    }
+    joinColumns<R, 2 * Run>(next);
+#pragma GCC unroll 16
+    for (int i = 0; i < R; ++i) v[i] = next[i];
+  }
+}
+
+// Sorts exactly R packs at p.
+template <int R, class E>
+VEK_NOINLINE void sortPacks(E* p) {
+  constexpr int lanes = Pack<E>::lanes;
+  Pack<E> v[R];
+#pragma GCC unroll 16
+  for (int i = 0; i < R; ++i) v[i] = load(p + i * lanes);
+  using Net = ColumnNetwork<R>;
+#pragma GCC unroll 64
+  for (int i = 0; i < Net::size; ++i) order(v[Net::steps[i].a], v[Net::steps[i].b]);
+  mergeColumns<2>(v);
+  mergeColumns<4>(v);
+  if constexpr (lanes == 8) mergeColumns<8>(v);
+  joinColumns<R, 1>(v);
+#pragma GCC unroll 16
+  for (int i = 0; i < R; ++i) store(p + i * lanes, v[i]);
+}
+
+// The largest number of packs and of elements that a network sorts.
+constexpr int kNetworkPacks = 16;
+template <class E>
+constexpr int kNetworkSize = kNetworkPacks* Pack<E>::lanes;
+
+// Packs of the network that n elements need.
+template <class E>
+VEK_INLINE int networkPacks(int n) {
+  constexpr int lanes = Pack<E>::lanes;
+  return n <= 2 * lanes ? 2 : n <= 4 * lanes ? 4 : n <= 8 * lanes ? 8 : 16;
+}
+
+template <class E>
+VEK_INLINE void sortNetwork(E* p, int packs) {
+  if (packs == 2) return sortPacks<2>(p);
+  if (packs == 4) return sortPacks<4>(p);
+  if (packs == 8) return sortPacks<8>(p);
+  return sortPacks<16>(p);
+}
+
+}  // namespace
+}  // namespace vek::VEK_SLOT
+
+#endif

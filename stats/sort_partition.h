@@ -1,0 +1,202 @@
+// SPDX-License-Identifier: Apache-2.0
+// The partition step of the sorts: elements below a pivot to the front of a range, the others behind them. Elements are
+// taken a register at a time; a shuffle from a table moves those below the pivot to its low lanes, and the register is
+// stored whole at both write positions, each of which then moves by the number of elements that belong to it.
+#ifndef VEK_STATS_SORT_PARTITION_H
+#define VEK_STATS_SORT_PARTITION_H
+
+#include "core/simd/convert.h"
+
+namespace vek::VEK_SLOT {
+namespace {
+
+// ---- shuffle tables
+// ---------------------------------------------------------------------------------------------------
+
+// By the mask of lanes below the pivot: the numbers of those lanes, then of the others, a byte each.
+struct SplitOrders8 {
+  alignas(64) uint64_t lanes[256];
+  uint8_t count[256];
+};
+constexpr SplitOrders8 splitOrders8() {
+  SplitOrders8 t{};
+  for (int m = 0; m < 256; ++m) {
+    int at = 0;
+    for (int below = 1; below >= 0; --below) {
+      for (int k = 0; k < 8; ++k)
+        if ((m >> k & 1) == below) t.lanes[m] |= uint64_t(k) << 8 * at++;
+      if (below) t.count[m] = uint8_t(at);
+    }
+  }
+  return t;
+}
+// The same as byte shuffles of 16 bytes, for N lanes.
+template <int N>
+struct SplitShuffles {
+  alignas(64) uint8_t bytes[1 << N][16];
+};
+template <int N>
+constexpr SplitShuffles<N> splitShuffles() {
+  SplitShuffles<N> t{};
+  for (int m = 0; m < 1 << N; ++m) {
+    int at = 0;
+    for (int below = 1; below >= 0; --below)
+      for (int k = 0; k < N; ++k)
+        if ((m >> k & 1) == below)
+          for (int b = 0; b < 16 / N; ++b) t.bytes[m][at++] = uint8_t(k * (16 / N) + b);
+  }
+  return t;
+}
+constexpr SplitOrders8 kOrders8 = splitOrders8();
+constexpr SplitShuffles<4> kShuffles4 = splitShuffles<4>();
+constexpr SplitShuffles<8> kShuffles8 = splitShuffles<8>();
+
+VEK_INLINE __m256i order8(uint32_t m) {
+  return _mm256_cvtepu8_epi32(_mm_loadl_epi64((const __m128i_u*)&kOrders8.lanes[m]));
+}
+template <int N>
+VEK_INLINE __m128i order16(uint32_t m) {
+  if constexpr (N == 4) return _mm_load_si128((const __m128i*)kShuffles4.bytes[m]);
+  if constexpr (N == 8) return _mm_load_si128((const __m128i*)kShuffles8.bytes[m]);
+}
+
+// ---- one register to both sides
+// ---------------------------------------------------------------------------------------
+
+// Where the next elements go: upward from low, downward from high.
+template <class T>
+struct Sides {
+  T *low, *high;
+};
+
+// Elements that splitStep() takes at once; single ones where the level has no byte shuffle.
+template <class T>
+constexpr int kSplitStep = kAvx2    ? 32 / int(sizeof(T))
+                           : kSsse3 ? 16 / int(sizeof(T))
+                                    : 1;
+
+VEK_INLINE void splitHalf(__m128i x, uint32_t below, Sides<int16_t>& to) {
+  x = _mm_shuffle_epi8(x, order16<8>(below));
+  const int count = kOrders8.count[below];
+  _mm_storeu_si128((__m128i_u*)to.low, x);
+  _mm_storeu_si128((__m128i_u*)(to.high - 8), x);
+  to.low += count;
+  to.high -= 8 - count;
+}
+
+template <class T>
+VEK_INLINE void splitOne(T x, T pivot, Sides<T>& to) {
+  *to.low = x;
+  to.high[-1] = x;
+  const int below = x < pivot;
+  to.low += below;
+  to.high -= 1 - below;
+}
+
+template <class T>
+VEK_INLINE void splitStep(const T* from, T pivot, Sides<T>& to) {
+  if constexpr (!kSsse3) {
+    splitOne(*from, pivot, to);
+  } else if constexpr (sizeof(T) == 2) {
+    if constexpr (kAvx2) {
+      const __m256i x = _mm256_loadu_si256((const __m256i_u*)from);
+      const __m256i m = _mm256_cmpgt_epi16(_mm256_set1_epi16(pivot), x);
+      const uint32_t below = uint32_t(_mm256_movemask_epi8(_mm256_packs_epi16(m, m)));
+      splitHalf(lowHalf(x), below & 0xFF, to);
+      splitHalf(highHalf(x), below >> 24, to);
+    } else {
+      const __m128i x = _mm_loadu_si128((const __m128i_u*)from);
+      const __m128i m = _mm_cmpgt_epi16(_mm_set1_epi16(pivot), x);
+      splitHalf(x, uint32_t(_mm_movemask_epi8(_mm_packs_epi16(m, _mm_setzero_si128()))), to);
+    }
+  } else if constexpr (kAvx2) {
+    __m256i x = _mm256_loadu_si256((const __m256i_u*)from);
+    const uint32_t below = uint32_t(_mm256_movemask_ps((__m256)_mm256_cmpgt_epi32(_mm256_set1_epi32(pivot), x)));
+    x = _mm256_permutevar8x32_epi32(x, order8(below));
+    const int count = kOrders8.count[below];
+    _mm256_storeu_si256((__m256i_u*)to.low, x);
+    _mm256_storeu_si256((__m256i_u*)(to.high - 8), x);
+    to.low += count;
+    to.high -= 8 - count;
+  } else {
+    __m128i x = _mm_loadu_si128((const __m128i_u*)from);
+    const uint32_t below = uint32_t(_mm_movemask_ps((__m128)_mm_cmpgt_epi32(_mm_set1_epi32(pivot), x)));
+    x = _mm_shuffle_epi8(x, order16<4>(below));
+    const int count = kOrders8.count[below];
+    _mm_storeu_si128((__m128i_u*)to.low, x);
+    _mm_storeu_si128((__m128i_u*)(to.high - 4), x);
+    to.low += count;
+    to.high -= 4 - count;
+  }
+}
+
+// n elements, a multiple of the step, from the front or (Back) from the back.
+template <bool Back, class T>
+VEK_INLINE void splitRun(const T* from, ptrdiff_t n, T pivot, Sides<T>& sides) {
+  constexpr int step = kSplitStep<T>;
+  Sides<T> to = sides;  // in registers
+#pragma GCC unroll 4
+  for (ptrdiff_t i = 0; i < n; i += step) splitStep(Back ? from + (n - step - i) : from + i, pivot, to);
+  sides = to;
+}
+
+// ---- a range
+// ----------------------------------------------------------------------------------------------------------
+
+// Bytes of stack for one partition.
+constexpr int kSplitBytes = 16384;
+
+// Ranges that fit the buffer: elements below the pivot move down in place (their write position never passes the read
+// position), the others go to the buffer and come back behind them.
+template <class T>
+VEK_NOINLINE ptrdiff_t partitionBuffered(T* v, ptrdiff_t n, T pivot) {
+  constexpr int room = kSplitBytes / int(sizeof(T));
+  alignas(64) T buffer[room + 32];  // a step's stores may reach below the elements that count
+  T* const end = buffer + room + 32;
+  Sides<T> to = {v, end};
+  const ptrdiff_t whole = n & -ptrdiff_t(kSplitStep<T>);
+  splitRun<false>(v, whole, pivot, to);
+  for (ptrdiff_t i = whole; i < n; ++i) splitOne(v[i], pivot, to);
+  __builtin_memcpy(to.low, to.high, size_t(end - to.high) * sizeof(T));
+  return to.low - v;
+}
+
+// Longer ranges: a chunk from each end is set aside; then chunks are read from the end with less room between its write
+// and its read position. There are two chunks of room in all, so the other end has one at least, and a chunk's elements
+// fit wherever they belong.
+template <class T>
+VEK_NOINLINE ptrdiff_t partitionChunks(T* v, ptrdiff_t n, T pivot) {
+  constexpr ptrdiff_t chunk = kSplitBytes / 4 / ptrdiff_t(sizeof(T));
+  alignas(64) T aside[3 * chunk];
+  __builtin_memcpy(aside, v, chunk * sizeof(T));
+  __builtin_memcpy(aside + chunk, v + n - chunk, chunk * sizeof(T));
+  Sides<T> to = {v, v + n};
+  T *first = v + chunk, *last = v + n - chunk;
+  while (last - first >= chunk) {
+    if (first - to.low <= to.high - last) {
+      splitRun<false>(first, chunk, pivot, to);
+      first += chunk;
+    } else {
+      last -= chunk;
+      splitRun<true>(last, chunk, pivot, to);
+    }
+  }
+  const ptrdiff_t rest = 2 * chunk + (last - first);
+  __builtin_memcpy(aside + 2 * chunk, first, size_t(last - first) * sizeof(T));
+  // Near the end the two stores of a step would overlap: the last elements go one by one.
+  const ptrdiff_t whole = (rest - 32) & -ptrdiff_t(kSplitStep<T>);
+  splitRun<false>(aside, whole, pivot, to);
+  for (ptrdiff_t i = whole; i < rest; ++i) splitOne(aside[i], pivot, to);
+  return to.low - v;
+}
+
+// The number of elements below the pivot, which come first afterwards.
+template <class T>
+VEK_INLINE ptrdiff_t partition(T* v, ptrdiff_t n, T pivot) {
+  return n <= kSplitBytes / ptrdiff_t(sizeof(T)) ? partitionBuffered(v, n, pivot) : partitionChunks(v, n, pivot);
+}
+
+}  // namespace
+}  // namespace vek::VEK_SLOT
+
+#endif

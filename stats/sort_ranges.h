@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: Apache-2.0
+// What value and index sorts share: the ranges still to be sorted, and the choice of pivots.
+#ifndef VEK_STATS_SORT_RANGES_H
+#define VEK_STATS_SORT_RANGES_H
+
+#include "stats/sort_network.h"
+
+namespace vek::VEK_SLOT {
+namespace {
+
+// A range of positions whose keys are known to lie in [least, most].
+struct Range {
+  ptrdiff_t first, size;
+  int32_t least, most;
+  int poor;  // how many partitions on the way to it were lopsided
+};
+
+// The ranges set aside. The larger part is always the one that waits, so there are never more than log2(len) of them.
+struct RangeStack {
+  Range waiting[64];
+  int count = 0;
+  VEK_INLINE void push(const Range& r) { waiting[count++] = r; }
+  VEK_INLINE Range pop() { return waiting[--count]; }
+};
+
+// Eight keys as 32-bit integers, in whose order all types are sorted.
+VEK_INLINE Pack<int32_t> loadKeys(const int32_t* p) { return load(p); }
+template <class T>
+VEK_INLINE Pack<int32_t> loadKeys(const T* p) {
+  return loadWiden<int32_t>(p);
+}
+
+VEK_INLINE Pack<int32_t> medianOf3(Pack<int32_t> a, Pack<int32_t> b, Pack<int32_t> c) {
+  order(a, b);
+  return maxOf(a, minOf(b, c));
+}
+VEK_INLINE Pack<int32_t> medianOf5(Pack<int32_t> a, Pack<int32_t> b, Pack<int32_t> c, Pack<int32_t> d,
+                                   Pack<int32_t> e) {
+  order(a, b);
+  order(d, e);
+  return medianOf3(maxOf(a, d), minOf(b, e), c);
+}
+
+// Lane by lane the median of five packs, one from somewhere in each fifth of v. The places depend on the size alone.
+template <class T>
+VEK_INLINE Pack<int32_t> samplePack(const T* v, ptrdiff_t n, uint64_t& seed) {
+  const ptrdiff_t fifth = n / 5, room = fifth - 8;
+  Pack<int32_t> s[5];
+#pragma GCC unroll 5
+  for (int i = 0; i < 5; ++i) {
+    seed = seed * 6364136223846793005u + 1442695040888963407u;
+    s[i] = loadKeys(v + i * fifth + ptrdiff_t((seed >> 33) * uint64_t(room) >> 31));
+  }
+  return medianOf5(s[0], s[1], s[2], s[3], s[4]);
+}
+
+// The median of a sample: 40 keys, or 200 from long ranges. n is at least 64.
+template <class T>
+VEK_INLINE int32_t samplePivot(const T* v, ptrdiff_t n) {
+  uint64_t seed = uint64_t(n);
+  Pack<int32_t> s[1] = {samplePack(v, n, seed)};
+  if (n >= 8192) {
+    const Pack<int32_t> b = samplePack(v, n, seed), c = samplePack(v, n, seed);
+    const Pack<int32_t> d = samplePack(v, n, seed), e = samplePack(v, n, seed);
+    s[0] = medianOf5(s[0], b, c, d, e);
+  }
+  mergeColumns<2>(s);
+  mergeColumns<4>(s);
+  mergeColumns<8>(s);
+  return lanesOf(s[0])[4];
+}
+
+// From here on samples are not trusted any more: the middle of the values' range halves it, whatever their
+// distribution.
+constexpr int kPoorLimit = 4;
+
+// Keys below the pivot go to the front: least < pivot <= most. A sampled pivot equal to the least key moves up by one,
+// so that the keys equal to it are split off and need no more work.
+template <class T>
+VEK_INLINE int32_t choosePivot(const T* v, const Range& r) {
+  if (r.poor >= kPoorLimit) return int32_t(uint32_t(r.least) + (uint32_t(r.most) - uint32_t(r.least)) / 2 + 1);
+  const int32_t p = samplePivot(v + r.first, r.size);
+  return p > r.least ? p : r.least + 1;
+}
+
+// Continues with the smaller part and sets the larger one aside; false if nothing is left of the range.
+VEK_INLINE bool continueWith(Range& r, ptrdiff_t below, int32_t pivot, RangeStack& stack) {
+  const ptrdiff_t above = r.size - below;
+  const int poor = r.poor + (below < r.size / 8 || above < r.size / 8);
+  Range low = {r.first, below, r.least, pivot - 1, poor}, high = {r.first + below, above, pivot, r.most, poor};
+  if (low.least >= low.most) low.size = 0;
+  if (high.least >= high.most) high.size = 0;
+  const bool lowFirst = low.size < high.size;
+  const Range &small = lowFirst ? low : high, &large = lowFirst ? high : low;
+  if (small.size > 1) {
+    stack.push(large);
+    r = small;
+    return true;
+  }
+  r = large;
+  return large.size > 1;
+}
+
+template <class T>
+VEK_INLINE Range wholeRange(const T* v, ptrdiff_t n) {
+  int32_t least = int32_t(v[0]), most = least;
+  ptrdiff_t i = 0;
+  if (n >= 8) {
+    Pack<int32_t> low = loadKeys(v), high = low;
+    for (i = 8; i + 8 <= n; i += 8) {
+      const Pack<int32_t> x = loadKeys(v + i);
+      low = minOf(low, x);
+      high = maxOf(high, x);
+    }
+    const Lanes<int32_t> a = lanesOf(low), b = lanesOf(high);
+    for (int k = 0; k < 8; ++k) {
+      least = a[k] < least ? a[k] : least;
+      most = b[k] > most ? b[k] : most;
+    }
+  }
+  for (; i < n; ++i) {
+    least = v[i] < least ? v[i] : least;
+    most = v[i] > most ? v[i] : most;
+  }
+  return {0, n, least, most, 0};
+}
+
+}  // namespace
+}  // namespace vek::VEK_SLOT
+
+#endif

@@ -1,0 +1,221 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <stdlib.h>
+
+#include "core/memory.h"
+#include "tests/support/data.h"
+#include "tests/support/guarded.h"
+#include "tests/support/slots.h"
+
+namespace {
+
+using vektest::Flush;
+using vektest::Guarded;
+using vektest::inEverySlot;
+using Bytes = Guarded<Vek8u>;
+using Doubles = std::vector<double>;
+
+constexpr double kPi = 3.14159265358979323846;
+
+std::vector<float> samples(size_t n) {
+  std::vector<float> x(n);
+  for (float& v : x) v = float(std::uniform_real_distribution<double>(-1, 1)(vektest::rng()));
+  return x;
+}
+
+// The definition, term by term.
+Doubles forwardSum(const std::vector<float>& x) {
+  const size_t n = x.size();
+  Doubles y(n);
+  for (size_t k = 0; k < n; ++k) {
+    double sum = 0;
+    for (size_t j = 0; j < n; ++j) sum += x[j] * std::cos(kPi * double((2 * j + 1) * k % (4 * n)) / double(2 * n));
+    y[k] = sum * std::sqrt((k == 0 ? 1.0 : 2.0) / double(n));
+  }
+  return y;
+}
+Doubles inverseSum(const std::vector<float>& x) {
+  const size_t n = x.size();
+  Doubles y(n);
+  for (size_t j = 0; j < n; ++j) {
+    double sum = x[0] * std::sqrt(0.5);
+    for (size_t k = 1; k < n; ++k) sum += x[k] * std::cos(kPi * double((2 * j + 1) * k % (4 * n)) / double(2 * n));
+    y[j] = sum * std::sqrt(2.0 / double(n));
+  }
+  return y;
+}
+
+template <class A, class B>
+double relativeError(const A& got, const B& want) {
+  double error = 0, total = 0;
+  for (size_t i = 0; i < want.size(); ++i) {
+    error += (double(got[i]) - want[i]) * (double(got[i]) - want[i]);
+    total += double(want[i]) * want[i];
+  }
+  return std::sqrt(error / total);
+}
+bool isPow2(int n) { return (n & (n - 1)) == 0; }
+double bound(int n) { return (0.6e-7 * std::sqrt(std::log2(n)) + 1e-7) * (isPow2(n) ? 1 : 2); }
+
+// The documented sizes.
+struct Sizes {
+  size_t spec, work;
+};
+Sizes sizesOf(int len) {
+  const size_t n = size_t(len), m = n % 2 != 0 ? n : n / 2;
+  if (isPow2(len)) {
+    if (len <= 8) return {352, 1};
+    if (len <= 64) return {len == 64 ? 704u : 400u, 1};
+    return len <= 2048 ? Sizes{8 * n + n / 2 + 576, 1} : Sizes{8 * n + n / 2 + 9216, 32832};
+  }
+  if (len < 86) return {16 * n + 192, 4 * n + 64};
+  size_t p = 1;
+  while (p < 2 * m - 1) p *= 2;
+  return {20 * p + 8 * m + 4 * n + 1024, 8 * p + 64};
+}
+
+// Both directions as one family of functions.
+struct Family {
+  void* spec = nullptr;
+  bool forward;
+  explicit Family(bool f) : forward(f) {}
+  VekStatus init(int len, Vek8u* buffer) {
+    return forward ? veksDCTFwdInit_32f((VeksDCTFwdSpec_32f**)&spec, len, vekAlgHintNone, buffer, nullptr)
+                   : veksDCTInvInit_32f((VeksDCTInvSpec_32f**)&spec, len, vekAlgHintNone, buffer, nullptr);
+  }
+  VekStatus initAlloc(int len) {
+    return forward ? veksDCTFwdInitAlloc_32f((VeksDCTFwdSpec_32f**)&spec, len, vekAlgHintFast)
+                   : veksDCTInvInitAlloc_32f((VeksDCTInvSpec_32f**)&spec, len, vekAlgHintFast);
+  }
+  VekStatus run(const float* x, float* y, Vek8u* work) const {
+    return forward ? veksDCTFwd_32f(x, y, (const VeksDCTFwdSpec_32f*)spec, work)
+                   : veksDCTInv_32f(x, y, (const VeksDCTInvSpec_32f*)spec, work);
+  }
+  VekStatus runInPlace(float* x, Vek8u* work) const {
+    return forward ? veksDCTFwd_32f_I(x, (const VeksDCTFwdSpec_32f*)spec, work)
+                   : veksDCTInv_32f_I(x, (const VeksDCTInvSpec_32f*)spec, work);
+  }
+  VekStatus free() const {
+    return forward ? veksDCTFwdFree_32f((VeksDCTFwdSpec_32f*)spec) : veksDCTInvFree_32f((VeksDCTInvSpec_32f*)spec);
+  }
+};
+
+// Every path: straight-line, direct, powers of two short and long, chirp of even, odd and prime lengths.
+const int kLengths[] = {1,   2,   3,   4,   5,   6,   7,   8,    9,    12,   15,   16,   17,   31,  32,  47,
+                        63,  64,  65,  84,  85,  86,  87,  88,   90,   97,   100,  127,  128,  129, 130, 200,
+                        255, 256, 257, 360, 500, 509, 512, 1000, 1001, 1009, 1024, 2048, 2050, 4096};
+
+TEST(Dct, MatchesItsSumsInsideBuffersOfTheStatedSize) {
+  for (int len : kLengths) {
+    const std::vector<float> x = samples(size_t(len));
+    const Doubles want[] = {inverseSum(x), forwardSum(x)};
+    const Sizes sizes = sizesOf(len);
+    inEverySlot([&](int slot) {
+      SCOPED_TRACE(len);
+      for (bool forward : {true, false}) {
+        const size_t shift = size_t((len + slot * 5) % 64);
+        const Flush flush = forward ? Flush::kBack : Flush::kFront;
+        Bytes buffer(sizes.spec, flush, shift), work(sizes.work, flush, 63 - shift);
+        Guarded<float> in(x, flush), out(x.size(), flush), both(x, flush);
+        Family f(forward);
+        ASSERT_EQ(f.init(len, buffer), vekStsNoErr);
+        ASSERT_EQ(f.run(in, out, work), vekStsNoErr);
+        ASSERT_EQ(f.runInPlace(both, work), vekStsNoErr);
+        EXPECT_LT(relativeError(out.values(), want[forward]), bound(len)) << forward;
+        EXPECT_LT(relativeError(both.values(), want[forward]), bound(len)) << forward;
+        EXPECT_EQ(in.values(), x);
+        EXPECT_TRUE(buffer.intact() && work.intact() && in.intact() && out.intact() && both.intact());
+      }
+    });
+  }
+}
+
+// A cosine of the basis, far too long for the sums, has one coefficient; and the inverse undoes the forward transform.
+TEST(Dct, LongLengths) {
+  for (int len : {4098, 8192, 16384, 65536, 65537, 524288, 1000000, 1000003, 1048576}) {
+    const size_t n = size_t(len), bin = n / 3 + 1;
+    const std::vector<float> x = samples(n);
+    std::vector<float> tone(n), unit(n);
+    unit[bin] = 1;
+    for (size_t j = 0; j < n; ++j)
+      tone[j] = float(std::sqrt(2.0 / double(n)) * std::cos(kPi * double((2 * j + 1) * bin % (4 * n)) / double(2 * n)));
+    inEverySlot([&](int slot) {
+      if (slot != 0 && slot < 5 && len > 300000) return;  // the narrow slots differ in nothing that is long
+      SCOPED_TRACE(len);
+      Family forward(true), inverse(false);
+      ASSERT_EQ(forward.initAlloc(len), vekStsNoErr);
+      ASSERT_EQ(inverse.initAlloc(len), vekStsNoErr);
+      std::vector<float> y(n), z(n);
+      ASSERT_EQ(forward.run(tone.data(), y.data(), nullptr), vekStsNoErr);
+      EXPECT_LT(relativeError(y, unit), 2 * bound(len));
+      ASSERT_EQ(inverse.run(unit.data(), y.data(), nullptr), vekStsNoErr);
+      EXPECT_LT(relativeError(y, tone), 2 * bound(len));
+      ASSERT_EQ(forward.run(x.data(), y.data(), nullptr), vekStsNoErr);
+      ASSERT_EQ(inverse.run(y.data(), z.data(), nullptr), vekStsNoErr);
+      EXPECT_LT(relativeError(z, x), 2 * bound(len));
+      z = x;
+      ASSERT_EQ(forward.runInPlace(z.data(), nullptr), vekStsNoErr);
+      EXPECT_LT(relativeError(z, y), bound(len));
+      ASSERT_EQ(inverse.runInPlace(z.data(), nullptr), vekStsNoErr);
+      EXPECT_LT(relativeError(z, x), 2 * bound(len));
+      EXPECT_EQ(forward.free(), vekStsNoErr);
+      EXPECT_EQ(inverse.free(), vekStsNoErr);
+    });
+  }
+}
+
+TEST(Dct, RefusesInTheStatedOrder) {
+  inEverySlot([](int) {
+    alignas(64) Vek8u buffer[2048] = {};
+    float x[16] = {}, y[16] = {42};
+    for (bool forward : {true, false}) {
+      Family f(forward);
+      EXPECT_EQ(f.initAlloc(0), vekStsSizeErr);
+      EXPECT_EQ(f.init(-1, nullptr), vekStsSizeErr);
+      EXPECT_EQ(f.init(1 << 28, nullptr), vekStsSizeErr);
+      EXPECT_EQ(f.init((1 << 27) + 1, nullptr), vekStsSizeErr);
+      EXPECT_EQ(f.init(67108865, nullptr), vekStsSizeErr);
+      EXPECT_EQ(f.init(67108863, nullptr), vekStsNullPtrErr);
+      EXPECT_EQ(f.initAlloc(33554433), vekStsSizeErr);
+      EXPECT_EQ(f.init(16, nullptr), vekStsNullPtrErr);
+      EXPECT_EQ(f.spec, nullptr);
+      ASSERT_EQ(f.init(16, buffer), vekStsNoErr);
+      EXPECT_EQ(f.run(nullptr, y, nullptr), vekStsNullPtrErr);
+      EXPECT_EQ(f.run(x, nullptr, nullptr), vekStsNullPtrErr);
+      Family other(forward);
+      EXPECT_EQ(other.run(x, y, nullptr), vekStsNullPtrErr);
+      EXPECT_EQ(other.free(), vekStsNullPtrErr);
+      Vek32s* id = static_cast<Vek32s*>(f.spec);
+      EXPECT_EQ(*id, 21);
+      *id = 6;
+      EXPECT_EQ(f.run(x, y, nullptr), vekStsContextMatchErr);
+      EXPECT_EQ(f.free(), vekStsContextMatchErr);
+      EXPECT_EQ(y[0], 42);
+    }
+  });
+}
+
+void* noMemory(size_t) { return nullptr; }
+
+TEST(Dct, ReportsMissingMemory) {
+  inEverySlot([](int) {
+    Family direct(true), pow2(true), chirp(false), none(false);
+    ASSERT_EQ(direct.initAlloc(85), vekStsNoErr);
+    ASSERT_EQ(pow2.initAlloc(1024), vekStsNoErr);
+    ASSERT_EQ(chirp.initAlloc(86), vekStsNoErr);
+    std::vector<float> x(1024), y(1024, 42);
+    vek::allocateRaw = noMemory;
+    const VekStatus made = none.initAlloc(1024), summed = direct.run(x.data(), y.data(), nullptr),
+                    convolved = chirp.run(x.data(), y.data(), nullptr);
+    const bool untouched = y == std::vector<float>(1024, 42);
+    const VekStatus needless = pow2.run(x.data(), y.data(), nullptr);
+    vek::allocateRaw = malloc;
+    EXPECT_EQ(made, vekStsMemAllocErr);
+    EXPECT_EQ(summed, vekStsMemAllocErr);
+    EXPECT_EQ(convolved, vekStsMemAllocErr);
+    EXPECT_TRUE(untouched);
+    EXPECT_EQ(needless, vekStsNoErr);
+    for (const Family* f : {&direct, &pow2, &chirp}) EXPECT_EQ(f->free(), vekStsNoErr);
+  });
+}
+
+}  // namespace

@@ -1,0 +1,214 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: Apache-2.0
+"""Reads the built objects and the linked library and fails on what no test of results can see.
+
+  audit.py --library libvek.so --names names.txt --objects @kernel_objects.txt
+
+  entries    every dispatched entry is exactly load, address, jump
+  exports    the dynamic symbols are the functions, their twins and the library-wide ten, nothing else
+  imports    the library needs libc and libm only, and of them only what is listed here
+  hardening  full RELRO, immediate binding, no executable stack, no text relocations
+  symbols    slot code defines no weak symbol, no load-time initialiser, no name outside its slot's namespace
+  levels     no instruction above the level that the slot's processors promise
+
+Before each check judges the build it is shown a fault of its kind and has to find it.
+"""
+import argparse
+import pathlib
+import re
+import subprocess
+import sys
+
+SLOTS = ["mx", "m7", "u8", "n8", "y8", "e9", "l9"]
+LIBRARY_WIDE = """vekGetCpuType vekGetCpuFeatures vekGetCpuClocks vekGetCpuFreqMhz vekGetMaxCacheSizeB vekGetNumCoresOnDie
+    vekSetDenormAreZeros vekGetNumThreads vekSetNumThreads vekGetStatusString""".split()
+NEEDED = {"libc.so.6", "libm.so.6"}
+IMPORTS = set("""malloc free memcpy memmove memset clock_gettime gettimeofday __cxa_finalize __gmon_start__
+    _ITM_deregisterTMCloneTable _ITM_registerTMCloneTable __stack_chk_fail abort
+    sin cos sincos tan atan atan2 exp log sqrt floor ceil fabs fmod ldexp pow rint nearbyint sqrtf sinf cosf""".split())
+
+SSE3 = "addsub[ps][sd] h(add|sub)p[sd] lddqu movddup movs[hl]dup fisttp\\w*"
+SSSE3 = "pshufb ph(add|sub)\\w* pmaddubsw psign[bwd] pmulhrsw pabs[bwd] palignr"
+SSE41 = """p?blendv?(b|p[sd]|w) dpp[sd] extractps insertps movntdqa mpsadbw packusdw pcmpeqq pextr[bdq] phminposuw
+    pinsr[bdq] p(max|min)(s[bd]|u[wd]) pmov[sz]x\\w+ pmuldq pmulld ptest round[ps][sd]"""
+NEVER = "pcmpgtq pcmp[ei]str\\w crc32\\w* popcnt\\w* lzcnt\\w*"  # asked for at run time if ever, never assumed
+BMI = "andnl? andnq bextr\\w* bls\\w+ bzhi\\w* mulx\\w* pdep\\w* pext[lq]? rorx\\w* sarx\\w* shlx\\w* shrx\\w*"
+MOVBE = "movbe\\w*"
+AVX2_ONLY = """v(insert|extract)i128 vperm2i128 vperm([dq]|ps|pd) vpbroadcast\\w vpblendd vps[rl][la]v\\w vpmaskmov\\w
+    vp?gather\\w+ vbroadcasti128"""
+
+
+def words(text):
+    return re.compile("^(" + "|".join(text.split()) + ")$")
+
+
+def run(*command):
+    return subprocess.run(command, check=True, capture_output=True, text=True).stdout
+
+
+def forbidden(slot, mnemonic, operands):
+    """The reason why the slot may not use the instruction, or None."""
+    level = SLOTS.index(slot)
+    if "%zmm" in operands or re.search(r"%[xy]mm(1[6-9]|2\d|3[01])|%k[0-7]\b", operands):
+        return "AVX-512"
+    if words(NEVER).match(mnemonic) or mnemonic == "vpcmpgtq" and level < 5:
+        return "not promised to any slot"
+    if words(MOVBE).match(mnemonic):
+        return None if slot == "n8" else "MOVBE"
+    if words(BMI).match(mnemonic) and slot != "l9":
+        return "BMI"
+    if re.match(r"v(fn?m(add|sub))", mnemonic) and slot != "l9":
+        return "FMA"
+    if mnemonic.startswith("v") and mnemonic not in ("verr", "verw"):
+        if level < 5:
+            return "AVX"
+        if slot == "e9":
+            if words(AVX2_ONLY).match(mnemonic):
+                return "AVX2"
+            if mnemonic.startswith("vp") and "%ymm" in operands and not re.match(r"vptest|vpermilp[sd]|vperm2f128", mnemonic):
+                return "AVX2"
+            if mnemonic in ("vmovntdqa", "vmpsadbw") and "%ymm" in operands:
+                return "AVX2"
+            if re.match(r"vbroadcasts[sd]", mnemonic) and "(" not in operands:
+                return "AVX2"
+        return None
+    for name, table, first in (("SSE3", SSE3, 1), ("SSSE3", SSSE3, 2), ("SSE4.1", SSE41, 4)):
+        if level < first and words(table).match(mnemonic):
+            return name
+    return None
+
+
+def instructions(listing):
+    for line in listing.splitlines():
+        m = re.match(r"^\s*[0-9a-f]+:\t(?:rep\w* |lock |data16 |notrack |bnd )*(\S+)\s*(.*)$", line)
+        if m:
+            yield m.group(1), m.group(2)
+
+
+def check_levels(objects):
+    for slot, planted in (("mx", "pshufb"), ("y8", "vaddps"), ("e9", "vpermd"), ("l9", "popcnt"), ("n8", "pmulld")):
+        assert forbidden(slot, planted, "%xmm0,%xmm1"), planted
+    faults, count = [], 0
+    for slot, path in objects:
+        for mnemonic, operands in instructions(run("objdump", "-d", "--no-show-raw-insn", path)):
+            count += 1
+            why = forbidden(slot, mnemonic, operands)
+            if why:
+                faults.append(f"{path}: {mnemonic} {operands}: {why} in slot {slot}")
+    return faults, f"{count} instructions"
+
+
+def symbol_faults(slot, path, listing, sections):
+    faults = [f"{path}: weak symbol {n}" for t, n in listing if t in "WwVu"]
+    faults += [f"{path}: {n} lacks the slot's namespace" for t, n in listing
+               if t in "TDBR" and not re.match(rf"vek::{slot}::", n)]
+    if re.search(r"\.(init_array|ctors)\b", sections):
+        faults.append(f"{path}: load-time initialiser")
+    return faults
+
+
+def check_symbols(objects):
+    assert symbol_faults("l9", "planted", [("W", "f()")], "") and symbol_faults("l9", "planted", [("T", "g()")], "")
+    assert symbol_faults("l9", "planted", [], " .init_array ")
+    faults, count = [], 0
+    for slot, path in objects:
+        listing = re.findall(r"^[0-9a-f]+ (\S) (.*)$", run("nm", "-C", "--defined-only", path), re.M)
+        count += len(listing)
+        faults += symbol_faults(slot, path, listing, run("objdump", "-h", path))
+    return faults, f"{count} symbols"
+
+
+ENTRY = re.compile(r"movslq\s+0x[0-9a-f]+\(%rip\),%rax [^;]*vek_variant_index[^;]*;"
+                   r"lea\s+0x[0-9a-f]+\(%rip\),%r11 [^;]*vek_table_(\w+)[^;]*;jmp\s+\*\(%r11,%rax,8\);$")
+
+
+def entry_fault(name, body):
+    m = ENTRY.match(body)
+    return None if m and m.group(1) == name else f"{name} is not load, address, jump: {body}"
+
+
+def check_entries(library, names):
+    good = ("movslq 0x1(%rip),%rax # 2 <vek_variant_index>;lea 0x1(%rip),%r11 # 3 <vek_table_f>;jmp *(%r11,%rax,8);")
+    assert not entry_fault("f", good) and entry_fault("f", "push %rbp;" + good) and entry_fault("g", good)
+    bodies, current = {}, None
+    for line in run("objdump", "-d", "--no-show-raw-insn", "--section=.text", library).splitlines():
+        m = re.match(r"^[0-9a-f]+ <(\w+)>:$", line)
+        if m:
+            current = m.group(1)
+            bodies[current] = ""
+            continue
+        m = re.match(r"^\s*[0-9a-f]+:\t(.*)$", line)
+        if m and current and not re.match(r"nop|cs nop|data16|xchg\s+%ax,%ax", m.group(1)):
+            bodies[current] += " ".join(m.group(1).split()) + ";"
+    return [f for f in (entry_fault(n, bodies.get(n, "(absent)")) for n in names) if f], f"{len(names)} entries"
+
+
+def check_exports(library, names):
+    wanted = set(names) | {n + "_Idx" for n in names} | set(LIBRARY_WIDE)
+
+    def difference(found):
+        return sorted(wanted ^ found)
+
+    assert difference(wanted | {"leak"}) and difference(wanted - {names[0]})
+    found = {line.split()[-1] for line in run("nm", "-D", "--defined-only", library).splitlines()}
+    return [f"exported set differs at {n}" for n in difference(found)], f"{len(found)} exports"
+
+
+def check_imports(library):
+    def faults(needed, undefined):
+        return [f"needs {n}" for n in sorted(needed - NEEDED)] + [f"imports {n}" for n in sorted(undefined - IMPORTS)]
+
+    assert faults({"libstdc++.so.6"}, set()) and faults(set(), {"printf"})
+    needed = set(re.findall(r"NEEDED.*\[(.*)\]", run("readelf", "-dW", library)))
+    undefined = {line.split()[-1].split("@")[0] for line in run("nm", "-D", "--undefined-only", library).splitlines()}
+    return faults(needed, undefined), f"{len(undefined)} imports"
+
+
+def check_hardening(library):
+    def faults(segments, dynamic):
+        out = []
+        if not re.search(r"GNU_STACK.*\sRW\s", segments):
+            out.append("executable stack")
+        if "GNU_RELRO" not in segments:
+            out.append("no RELRO")
+        if re.search(r"LOAD.*\sRWE\s", segments):
+            out.append("writable and executable segment")
+        if not re.search(r"BIND_NOW|FLAGS_1.*NOW", dynamic):
+            out.append("lazy binding")
+        if "TEXTREL" in dynamic:
+            out.append("text relocations")
+        if not re.search(r"SONAME.*\[libvek\.so\.8\]", dynamic):
+            out.append("soname")
+        return out
+
+    assert len(faults("GNU_STACK 0 RWE 0", "TEXTREL")) == 5
+    return faults(run("readelf", "-lW", library), run("readelf", "-dW", library)), "ELF flags"
+
+
+def main():
+    ap = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    ap.add_argument("--library", required=True)
+    ap.add_argument("--names", required=True)
+    ap.add_argument("--objects", required=True)
+    args = ap.parse_args()
+    names = pathlib.Path(args.names).read_text().split()
+    paths = pathlib.Path(args.objects.lstrip("@")).read_text().split()
+    objects = [(re.search(r"vek_slot_(\w\w)", p).group(1), p) for p in paths]
+    failed = False
+    for name, (faults, what) in {
+        "entries": check_entries(args.library, names),
+        "exports": check_exports(args.library, names),
+        "imports": check_imports(args.library),
+        "hardening": check_hardening(args.library),
+        "symbols": check_symbols(objects),
+        "levels": check_levels(objects),
+    }.items():
+        print(f"{name}: {what}, {len(faults)} faults")
+        for fault in faults[:20]:
+            print("  " + fault)
+        failed |= bool(faults)
+    sys.exit(1 if failed else 0)
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,330 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "transform/fft.h"
+
+#include "core/memory.h"
+#include "transform/fft_real.h"
+#include "transform/fft_small.h"
+
+namespace vek::VEK_SLOT {
+namespace {
+
+constexpr int kConstantOrder = 10;  // up to here the roots are constants and Init needs no memory
+
+bool isComplex(FftKind kind) { return kind == kFftComplex32 || kind == kFftComplex64; }
+int64_t partSize(FftKind kind) { return kind == kFftReal64 || kind == kFftComplex64 ? 8 : 4; }
+// log2 of the complex transform inside.
+int complexOrder(FftKind kind, int order) { return isComplex(kind) ? order : order - 1; }
+// Below this many points the kernels are straight-line and need no tables.
+bool isSmall(FftKind kind, int order) { return complexOrder(kind, order) < 6; }
+
+int64_t roundUp64(int64_t bytes) { return (bytes + 63) & ~int64_t(63); }
+int64_t roundDown64(int64_t bytes) { return bytes & ~int64_t(63); }
+
+// ---- sizes
+// ------------------------------------------------------------------------------------------------------------ Part of
+// the contract with callers that provide the memory: larger than what these kernels fill.
+
+// log2 of the factor that a transform of 2^m points is split by; 0: no split.
+int splitBits(int m) {
+  static const int8_t bits[] = {0, 0, 5, 6, 7, 8, 8, 8, 10, 10, 10, 10, 8, 8};
+  return m <= 24 ? bits[m - 11] : 10;
+}
+
+struct Sizes {
+  int64_t spec, init, work;
+};
+
+int64_t inCacheSize(int m, int64_t part) {
+  const int64_t n = int64_t(1) << m;
+  return roundDown64(2 * part * n + 71) + roundDown64((n & ~int64_t(3)) + 67);
+}
+
+Sizes complexSizes(int m, int64_t part) {
+  if (m < 6) return {};
+  Sizes s = {};
+  for (;;) {
+    if (m <= 10) {
+      s.spec += inCacheSize(m, part);
+      return s;
+    }
+    const int64_t n = int64_t(1) << m;
+    const int bits = splitBits(m);
+    if (bits == 0) {
+      s.spec += 2 * part * n + 8256;
+      return s;
+    }
+    const int64_t factor = int64_t(1) << bits;
+    s.spec += roundUp64(2 * part * factor) + 2 * part * n;
+    s.init += 8 * part * factor;
+    if (s.work < 8 * part * factor) s.work = 8 * part * factor;
+    m -= bits;
+  }
+}
+
+Sizes sizesFor(FftKind kind, int order) {
+  const int64_t part = partSize(kind), n = int64_t(1) << order;
+  Sizes s = complexSizes(complexOrder(kind, order), part);
+  if (order <= 5) {
+    s.spec += 208;
+  } else {
+    const int64_t roots =
+        order < kTwoLevelOrder ? roundUp64(n / 4 * 2 * part) : roundDown64(2 * part * ((n >> 12) + kFineRoots) + 63);
+    s.spec += 256 + (isComplex(kind) ? 0 : 2 * roots);
+  }
+  if (order > kConstantOrder) s.init += roundDown64(n * part / 4 + 67) + 64;
+  if (s.work > 0) s.work += 64;
+  return s;
+}
+
+bool isFlag(int flag) { return flag == 1 || flag == 2 || flag == 4 || flag == 8; }
+
+// ---- building
+// ---------------------------------------------------------------------------------------------------------
+
+uint8_t* align64(uint8_t* p) { return p + (-reinterpret_cast<uintptr_t>(p) & 63); }
+
+template <class T>
+void buildTables(FftSpec* spec, FftKind kind, int order) {
+  const int m = complexOrder(kind, order);
+  T* table = reinterpret_cast<T*>(align64(reinterpret_cast<uint8_t*>(spec + 1)));
+  const Roots roots(order);
+  spec->complexTwiddles = table;
+  makeComplexTable(table, m, roots, order);
+  table += complexTableSize<T>(m);
+  if (!isComplex(kind)) {
+    spec->realTwiddles = table;
+    makeRealTable(table, order, roots);
+    table += realTableSize(order);
+  }
+  spec->tableEnd = reinterpret_cast<uint8_t*>(table);
+}
+
+void setNorm(FftSpec* spec, int flag, int order) {
+  spec->fwdScaled = flag == kFftNormFwdByN || flag == kFftNormBySqrtN;
+  spec->invScaled = flag == kFftNormInvByN || flag == kFftNormBySqrtN;
+  if (flag == kFftNormNone) return;
+  const double n = double(int64_t(1) << order);
+  spec->scale64 = flag == kFftNormBySqrtN ? 1 / sqrt(n) : 1 / n;
+  spec->scale = float(spec->scale64);
+}
+
+template <class T>
+T scaleOf(const FftSpec* spec, Direction d) {
+  const bool scaled = d == kForward ? spec->fwdScaled : spec->invScaled;
+  return !scaled ? T(1) : sizeof(T) == 8 ? T(spec->scale64) : T(spec->scale);
+}
+
+// ---- transforms
+// -------------------------------------------------------------------------------------------------------
+
+VekStatus checkCall(const void* src, const void* dst, const FftSpec* spec, FftKind kind) {
+  if (!spec) return vekStsNullPtrErr;
+  if (spec->id != kind) return vekStsContextMatchErr;
+  return src && dst ? vekStsNoErr : vekStsNullPtrErr;
+}
+
+template <Direction D, class T>
+void realSmall(const T* src, T* dst, int order, T scale) {
+  if (order == 0) {
+    dst[0] = src[0] * scale;
+    return;
+  }
+  withSmall(order - 1, [&]<int M>() VEK_LAMBDA {
+    if constexpr (D == kForward) {
+      smallRealForward<M>(src, dst, scale);
+    } else if constexpr (M == 0) {
+      const T a = src[0], b = src[1];
+      dst[0] = (a + b) * scale, dst[1] = (a - b) * scale;
+    } else {
+      smallRealInverse<M>(src, dst, scale);
+    }
+  });
+}
+
+template <Direction D, class T>
+VekStatus realTransform(const T* src, T* dst, const FftSpec* spec) {
+  if (const VekStatus s = checkCall(src, dst, spec, kFftKindOf<T>)) return s;
+  const T scale = scaleOf<T>(spec, D);
+  const int order = spec->order;
+  if (isSmall(kFftKindOf<T>, order)) {
+    realSmall<D>(src, dst, order, scale);
+    return vekStsNoErr;
+  }
+  const T* complexRoots = static_cast<const T*>(spec->complexTwiddles);
+  const T* realRoots = static_cast<const T*>(spec->realTwiddles);
+  if constexpr (D == kForward) {
+    complexTransform<D>(src, dst, order - 1, complexRoots, T(1));
+    recombine<D, T>(dst, dst, order, realRoots, scale);
+  } else {
+    recombine<D>(src, dst, order, realRoots, scale);
+    complexTransform<D, T>(dst, dst, order - 1, complexRoots, scale);
+  }
+  return vekStsNoErr;
+}
+
+template <Direction D, class C, class T>
+VekStatus complexCall(const C* src, C* dst, const FftSpec* spec, T) {
+  if (const VekStatus s = checkCall(src, dst, spec, kFftKindOf<C>)) return s;
+  const T* in = &src->re;
+  T* out = &dst->re;
+  const T scale = scaleOf<T>(spec, D);
+  if (isSmall(kFftKindOf<C>, spec->order)) {
+    withSmall(spec->order, [&]<int M>() VEK_LAMBDA {
+      if constexpr (D == kForward) {
+        smallForward<M>(in, out, scale);
+      } else {
+        smallInverse<M>(in, out, scale);
+      }
+    });
+  } else {
+    complexTransform<D>(in, out, spec->order, static_cast<const T*>(spec->complexTwiddles), scale);
+  }
+  return vekStsNoErr;
+}
+
+// ---- products of spectra
+// ----------------------------------------------------------------------------------------------
+
+template <class T>
+VEK_INLINE void mulOne(const T* a, T* b) {
+  const T re = a[0] * b[0] - a[1] * b[1], im = a[0] * b[1] + a[1] * b[0];
+  b[0] = re, b[1] = im;
+}
+template <class T>
+void mulPairs(const T* a, T* b, int64_t count) {
+  constexpr int L = kLanes<T>;
+  int64_t k = 0;
+  for (; k + L <= count; k += L) {
+    storeInterleaved<T>(b + 2 * k, times(loadInterleaved(a + 2 * k), loadInterleaved(b + 2 * k)));
+  }
+  for (; k < count; ++k) mulOne(a + 2 * k, b + 2 * k);
+}
+
+template <class T>
+VekStatus mulPacked(const T* src, T* srcDst, int len) {
+  if (!src || !srcDst) return vekStsNullPtrErr;
+  if (len < 1) return vekStsSizeErr;
+  const int reals = len % 2 == 0 ? 2 : 1;
+  for (int i = 0; i < reals; ++i) srcDst[i] *= src[i];
+  mulPairs(src + reals, srcDst + reals, (len - reals) / 2);
+  return vekStsNoErr;
+}
+template <class C>
+VekStatus mulComplex(const C* src, C* srcDst, int len) {
+  if (!src || !srcDst) return vekStsNullPtrErr;
+  if (len < 1) return vekStsSizeErr;
+  mulPairs(&src->re, &srcDst->re, len);
+  return vekStsNoErr;
+}
+
+}  // namespace
+
+// ---- the engine
+// -------------------------------------------------------------------------------------------------------
+
+VekStatus fftGetSize(FftKind kind, int order, int flag, int hint, int* pSpecSize, int* pInitSize, int* pWorkSize) {
+  (void)hint;
+  if (order < 0 || order > 30) return vekStsFftOrderErr;
+  if (!pSpecSize || !pInitSize || !pWorkSize) return vekStsNullPtrErr;
+  if (!isFlag(flag)) return vekStsFftFlagErr;
+  if (order > kFftLargestOrder) return vekStsFftOrderErr;
+  const Sizes s = sizesFor(kind, order);
+  if (s.spec > INT32_MAX || s.init > INT32_MAX) return vekStsFftOrderErr;  // the widest kinds end one order earlier
+  *pSpecSize = int(s.spec);
+  *pInitSize = int(s.init);
+  *pWorkSize = int(s.work);
+  return vekStsNoErr;
+}
+
+FftSpec* fftPlace(FftKind kind, int order, int flag, int hint, uint8_t* pSpecBuffer) {
+  FftSpec* spec = reinterpret_cast<FftSpec*>(align64(pSpecBuffer));
+  *spec = FftSpec{};
+  spec->order = order;
+  spec->hint = hint;
+  spec->tableArea = spec + 1;
+  spec->tableEnd = reinterpret_cast<uint8_t*>(spec + 1);
+  if (!isFlag(flag)) return spec;
+  setNorm(spec, flag, order);
+  if (!isSmall(kind, order)) {
+    if (partSize(kind) == 8) {
+      buildTables<double>(spec, kind, order);
+    } else {
+      buildTables<float>(spec, kind, order);
+    }
+  }
+  spec->id = kind;
+  return spec;
+}
+
+VekStatus fftInit(FftKind kind, FftSpec** pSpec, int order, int flag, int hint, uint8_t* pSpecBuffer,
+                  uint8_t* pInitBuffer) {
+  if (!pSpec) return vekStsNullPtrErr;
+  if (order < 0 || order > kFftLargestOrder) return vekStsFftOrderErr;
+  if (!pSpecBuffer) return vekStsNullPtrErr;
+  const bool ready = order <= kConstantOrder || pInitBuffer;
+  FftSpec* spec = fftPlace(kind, order, ready ? flag : 0, hint, pSpecBuffer);
+  if (!isFlag(flag)) return vekStsFftFlagErr;
+  if (!ready) return vekStsNullPtrErr;
+  *pSpec = spec;
+  return vekStsNoErr;
+}
+
+VekStatus fftInitAlloc(FftKind kind, FftSpec** pSpec, int order, int flag, int hint) {
+  if (!pSpec) return vekStsNullPtrErr;
+  int specSize, initSize, workSize;
+  if (const VekStatus s = fftGetSize(kind, order, flag, hint, &specSize, &initSize, &workSize)) return s;
+  uint8_t* block = static_cast<uint8_t*>(allocate(specSize));
+  if (!block) return vekStsMemAllocErr;
+  uint8_t* init = initSize > 0 ? static_cast<uint8_t*>(allocate(initSize)) : nullptr;
+  const VekStatus s = initSize > 0 && !init ? vekStsMemAllocErr : fftInit(kind, pSpec, order, flag, hint, block, init);
+  release(init);
+  if (s != vekStsNoErr) {
+    release(block);
+    return s;
+  }
+  (*pSpec)->ownsMemory = 1;
+  (*pSpec)->memBlock = block;
+  return vekStsNoErr;
+}
+
+VekStatus fftFree(FftSpec* spec) {
+  if (!spec) return vekStsNullPtrErr;
+  if (spec->id < kFftReal32 || spec->id > kFftComplex64) return vekStsContextMatchErr;
+  if (spec->ownsMemory) {
+    spec->id = 0;
+    release(spec->memBlock);
+  }
+  return vekStsNoErr;
+}
+
+VekStatus fftForward(const Vek32f* src, Vek32f* dst, const FftSpec* spec, uint8_t*) {
+  return realTransform<kForward>(src, dst, spec);
+}
+VekStatus fftForward(const Vek64f* src, Vek64f* dst, const FftSpec* spec, uint8_t*) {
+  return realTransform<kForward>(src, dst, spec);
+}
+VekStatus fftForward(const Vek32fc* src, Vek32fc* dst, const FftSpec* spec, uint8_t*) {
+  return complexCall<kForward>(src, dst, spec, float());
+}
+VekStatus fftForward(const Vek64fc* src, Vek64fc* dst, const FftSpec* spec, uint8_t*) {
+  return complexCall<kForward>(src, dst, spec, double());
+}
+VekStatus fftInverse(const Vek32f* src, Vek32f* dst, const FftSpec* spec, uint8_t*) {
+  return realTransform<kInverse>(src, dst, spec);
+}
+VekStatus fftInverse(const Vek64f* src, Vek64f* dst, const FftSpec* spec, uint8_t*) {
+  return realTransform<kInverse>(src, dst, spec);
+}
+VekStatus fftInverse(const Vek32fc* src, Vek32fc* dst, const FftSpec* spec, uint8_t*) {
+  return complexCall<kInverse>(src, dst, spec, float());
+}
+VekStatus fftInverse(const Vek64fc* src, Vek64fc* dst, const FftSpec* spec, uint8_t*) {
+  return complexCall<kInverse>(src, dst, spec, double());
+}
+
+VekStatus fftMulSpectra(const Vek32f* src, Vek32f* srcDst, int len) { return mulPacked(src, srcDst, len); }
+VekStatus fftMulSpectra(const Vek64f* src, Vek64f* srcDst, int len) { return mulPacked(src, srcDst, len); }
+VekStatus fftMulSpectra(const Vek32fc* src, Vek32fc* srcDst, int len) { return mulComplex(src, srcDst, len); }
+VekStatus fftMulSpectra(const Vek64fc* src, Vek64fc* srcDst, int len) { return mulComplex(src, srcDst, len); }
+
+}  // namespace vek::VEK_SLOT

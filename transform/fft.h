@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: Apache-2.0
+// The internal FFT engine: power-of-two transforms of real and complex data in single and double precision. Filters,
+// correlations and the cosine transforms build a spec once and call these functions with it; nothing here is exported.
+// A source that uses the engine is compiled for VEK_FFT_SLOTS, so that it links to the engine of its own slot.
+#ifndef VEK_TRANSFORM_FFT_H
+#define VEK_TRANSFORM_FFT_H
+
+#include <stdint.h>
+
+#include "vek/status.h"
+#include "vek/types.h"
+
+namespace vek::VEK_SLOT {
+
+// What a spec transforms; the value is the id in its first word. Real data of length N = 2^order has the packed
+// spectrum of N elements: bin 0, bin N/2, then (re, im) of bins 1 .. N/2-1. Complex data has N bins in natural order.
+enum FftKind : int32_t { kFftReal32 = 6, kFftReal64 = 7, kFftComplex32 = 8, kFftComplex64 = 9 };
+
+template <class T>
+constexpr FftKind kFftKindOf = kFftReal32;
+template <>
+constexpr FftKind kFftKindOf<Vek64f> = kFftReal64;
+template <>
+constexpr FftKind kFftKindOf<Vek32fc> = kFftComplex32;
+template <>
+constexpr FftKind kFftKindOf<Vek64fc> = kFftComplex64;
+
+// Which direction is multiplied by what.
+enum FftNorm : int {
+  kFftNormFwdByN = 1,   // forward by 1/N
+  kFftNormInvByN = 2,   // inverse by 1/N
+  kFftNormBySqrtN = 4,  // both by 1/sqrt(N)
+  kFftNormNone = 8
+};
+
+constexpr int kFftLargestOrder = 28;
+
+// Lies at the first 64-byte boundary of the caller's buffer, its tables behind it on boundaries of their own. Read-only
+// after Init: any number of threads may transform with it.
+struct FftSpec {
+  int32_t id;
+  int32_t order;
+  int32_t fwdScaled;
+  int32_t invScaled;
+  float scale;
+  int32_t hint;
+  int32_t extTables;
+  int32_t ownsMemory;
+  void* memBlock;
+  void* tableArea;
+  void* bitRevTable;
+  void* complexTwiddles;
+  void* realTwiddles;
+  double scale64;     // `scale` before it was rounded
+  uint8_t* tableEnd;  // first byte behind the tables
+  uint8_t reserved[56];
+};
+static_assert(sizeof(FftSpec) == 144);
+
+// Sizes in bytes of the spec's buffer, of the buffer that fftInit needs for its duration and of the one that each
+// transform may be given. Checks: order above 30 or negative (-15), null pointers (-8), flag (-16), order above 28
+// (-15).
+VekStatus fftGetSize(FftKind kind, int order, int flag, int hint, int* pSpecSize, int* pInitSize, int* pWorkSize);
+
+// Builds a spec inside pSpecBuffer, at any alignment. pInitBuffer may be null below order 11. Checks: pSpec null (-8),
+// order outside 0..28 (-15), pSpecBuffer null (-8), flag (-16), init buffer (-8).
+VekStatus fftInit(FftKind kind, FftSpec** pSpec, int order, int flag, int hint, uint8_t* pSpecBuffer,
+                  uint8_t* pInitBuffer);
+
+// fftInit for callers that have checked their arguments: needs no init buffer, and fills the spec up to its tableEnd
+// only, which may be short of the stated size.
+FftSpec* fftPlace(FftKind kind, int order, int flag, int hint, uint8_t* pSpecBuffer);
+
+// The same in memory of its own (-9 if there is none), to be returned by fftFree.
+VekStatus fftInitAlloc(FftKind kind, FftSpec** pSpec, int order, int flag, int hint);
+VekStatus fftFree(FftSpec* spec);
+
+// N elements to their spectrum and back, in place if src == dst; other overlaps are not allowed. work may be null: the
+// kernels work in the destination. Checks: spec null (-8), its id (-17), src or dst null (-8).
+VekStatus fftForward(const Vek32f* src, Vek32f* dst, const FftSpec* spec, uint8_t* work);
+VekStatus fftForward(const Vek64f* src, Vek64f* dst, const FftSpec* spec, uint8_t* work);
+VekStatus fftForward(const Vek32fc* src, Vek32fc* dst, const FftSpec* spec, uint8_t* work);
+VekStatus fftForward(const Vek64fc* src, Vek64fc* dst, const FftSpec* spec, uint8_t* work);
+VekStatus fftInverse(const Vek32f* src, Vek32f* dst, const FftSpec* spec, uint8_t* work);
+VekStatus fftInverse(const Vek64f* src, Vek64f* dst, const FftSpec* spec, uint8_t* work);
+VekStatus fftInverse(const Vek32fc* src, Vek32fc* dst, const FftSpec* spec, uint8_t* work);
+VekStatus fftInverse(const Vek64fc* src, Vek64fc* dst, const FftSpec* spec, uint8_t* work);
+
+// srcDst *= src, bin by bin. Real kinds: packed spectra of len elements (an odd len has no bin N/2: element 0, then
+// pairs). Complex kinds: len bins. Checks: null pointers (-8), len below 1 (-6).
+VekStatus fftMulSpectra(const Vek32f* src, Vek32f* srcDst, int len);
+VekStatus fftMulSpectra(const Vek64f* src, Vek64f* srcDst, int len);
+VekStatus fftMulSpectra(const Vek32fc* src, Vek32fc* srcDst, int len);
+VekStatus fftMulSpectra(const Vek64fc* src, Vek64fc* srcDst, int len);
+
+}  // namespace vek::VEK_SLOT
+
+#endif

@@ -1,0 +1,315 @@
+// SPDX-License-Identifier: Apache-2.0
+// The complex transform of n = 2^m >= 64 points by decimation in time, in place. One sweep permutes to bit-reversed
+// order and does the first three levels, which need no twiddles: it reads 8 x 8 tiles (eight rows n/8 apart, eight
+// columns), transforms the columns and stores each as eight neighbours. Every later pass joins 4 or 8 finished
+// transforms into one of four or eight times the length, whole blocks at a time; only the last one stores interleaved
+// data. Lengths beyond the cache finish one part after the other.
+#ifndef VEK_TRANSFORM_FFT_COMPLEX_H
+#define VEK_TRANSFORM_FFT_COMPLEX_H
+
+#include "transform/fft_tables.h"
+
+namespace vek::VEK_SLOT {
+namespace {
+
+template <class T>
+constexpr T kSqrtHalf = T(0.707106781186547524400844362104849);
+
+// The passes behind the first sweep, innermost first: log2 of the radix of each.
+struct Passes {
+  int count;
+  int8_t bits[12];
+};
+VEK_INLINE Passes passesFor(int m) {
+  Passes p{};
+  int left = m - 3;
+  while (left % 3 != 0) p.bits[p.count++] = 2, left -= 2;
+  while (left > 0) p.bits[p.count++] = 3, left -= 3;
+  return p;
+}
+
+// ---- butterflies ----------------------------------------------------------------------------------------------------
+
+// (a + w b, a - w b). Fused, the difference is 2 a - (a + w b): one operation instead of a product and a difference.
+template <class T>
+VEK_INLINE void butterfly(Complex<T>& a, Complex<T>& b, Complex<T> w) {
+  if constexpr (kFma) {
+    const Reg<T> two = splat(T(2));
+    const Complex<T> u = {negMulAdd<T>(w.im, b.im, mulAdd<T>(w.re, b.re, a.re)),
+                          mulAdd<T>(w.im, b.re, mulAdd<T>(w.re, b.im, a.im))};
+    b = {mulAdd<T>(two, a.re, -u.re), mulAdd<T>(two, a.im, -u.im)};
+    a = u;
+  } else {
+    const Complex<T> t = times(b, w), u = a + t;
+    b = a - t;
+    a = u;
+  }
+}
+
+// The same for -i w.
+template <class T>
+VEK_INLINE void butterflyMinusI(Complex<T>& a, Complex<T>& b, Complex<T> w) {
+  if constexpr (kFma) {
+    const Reg<T> two = splat(T(2));
+    const Complex<T> u = {mulAdd<T>(w.re, b.im, mulAdd<T>(w.im, b.re, a.re)),
+                          negMulAdd<T>(w.re, b.re, mulAdd<T>(w.im, b.im, a.im))};
+    b = {mulAdd<T>(two, a.re, -u.re), mulAdd<T>(two, a.im, -u.im)};
+    a = u;
+  } else {
+    const Complex<T> t = times(b, w), u = {a.re + t.im, a.im - t.re};
+    b = {a.re - t.im, a.im + t.re};
+    a = u;
+  }
+}
+
+template <class T>
+VEK_INLINE void plain(Complex<T>& a, Complex<T>& b) {
+  const Complex<T> d = a - b;
+  a = a + b;
+  b = d;
+}
+template <class T>
+VEK_INLINE void plainMinusI(Complex<T>& a, Complex<T>& b) {
+  const Complex<T> u = {a.re + b.im, a.im - b.re};
+  b = {a.re - b.im, a.im + b.re};
+  a = u;
+}
+
+// Eight points in bit-reversed order to their transform in natural order.
+template <class T>
+VEK_INLINE void transform8(Complex<T> (&y)[8]) {
+  const Reg<T> h = splat(kSqrtHalf<T>);
+#pragma GCC unroll 4
+  for (int i = 0; i < 8; i += 2) plain(y[i], y[i + 1]);
+#pragma GCC unroll 2
+  for (int i = 0; i < 8; i += 4) plain(y[i], y[i + 2]), plainMinusI(y[i + 1], y[i + 3]);
+  plain(y[0], y[4]);
+  plainMinusI(y[2], y[6]);
+  // times exp(-i pi/4) and exp(-3 i pi/4), but for the factor h
+  const Complex<T> b = {y[5].re + y[5].im, y[5].im - y[5].re}, c = {y[7].im - y[7].re, y[7].re + y[7].im};
+  const Complex<T> a1 = y[1], a3 = y[3];
+  y[1] = {mulAdd<T>(h, b.re, a1.re), mulAdd<T>(h, b.im, a1.im)};
+  y[5] = {negMulAdd<T>(h, b.re, a1.re), negMulAdd<T>(h, b.im, a1.im)};
+  y[3] = {mulAdd<T>(h, c.re, a3.re), negMulAdd<T>(h, c.im, a3.im)};
+  y[7] = {negMulAdd<T>(h, c.re, a3.re), mulAdd<T>(h, c.im, a3.im)};
+}
+
+// Joins 2^Bits transforms; w holds the roots of one block: for Bits = 2 w^2k, w^k; for Bits = 3 w^4k, w^2k, w^k and
+// w^(k + M), where w = exp(-2 pi i / (2^Bits M)).
+template <int Bits, class T>
+VEK_INLINE void join(Complex<T> (&y)[1 << Bits], const T* w) {
+  constexpr int size = 2 * kLanes<T>;
+  constexpr int radix = 1 << Bits;
+  const Complex<T> first = loadBlock(w);
+#pragma GCC unroll 4
+  for (int i = 0; i < radix; i += 2) butterfly(y[i], y[i + 1], first);
+  const Complex<T> second = loadBlock(w + size);
+#pragma GCC unroll 2
+  for (int i = 0; i < radix; i += 4) {
+    butterfly(y[i], y[i + 2], second);
+    butterflyMinusI(y[i + 1], y[i + 3], second);
+  }
+  if constexpr (Bits == 3) {
+    const Complex<T> third = loadBlock(w + 2 * size), turned = loadBlock(w + 3 * size);
+    butterfly(y[0], y[4], third);
+    butterfly(y[1], y[5], turned);
+    butterflyMinusI(y[2], y[6], third);
+    butterflyMinusI(y[3], y[7], turned);
+  }
+}
+
+// ---- passes ---------------------------------------------------------------------------------------------------------
+
+VEK_INLINE int reverse3(int i) { return (i & 1) << 2 | (i & 2) | i >> 2; }
+
+// Tile column group: L columns of eight rows, transformed and stored as eight neighbours each at to + column * step.
+template <Direction D, class T>
+VEK_INLINE void tileColumns(const T* from, int64_t rowStep, T* to, int64_t columnStep, int firstColumn) {
+  constexpr int L = kLanes<T>;
+  Complex<T> y[8];
+#pragma GCC unroll 8
+  for (int p = 0; p < 8; ++p) {
+    const Complex<T> x = loadInterleaved(from + reverse3(p) * rowStep);
+    y[p] = D == kForward ? x : Complex<T>{x.im, x.re};
+  }
+  transform8(y);
+#pragma GCC unroll 4
+  for (int b = 0; b < 8 / L; ++b) {
+    Reg<T> re[L], im[L];
+#pragma GCC unroll 8
+    for (int p = 0; p < L; ++p) {
+      re[p] = y[b * L + kLaneOrder<T>[p]].re;
+      im[p] = y[b * L + kLaneOrder<T>[p]].im;
+    }
+    transpose<T>(re);
+    transpose<T>(im);
+#pragma GCC unroll 8
+    for (int p = 0; p < L; ++p) {
+      T* block = to + reverse3(firstColumn + kLaneOrder<T>[p]) * columnStep + b * 2 * L;
+      storeBlock<T>(block, {re[p], im[p]});
+    }
+  }
+}
+
+template <Direction D, class T>
+VEK_INLINE void tile(const T* from, int64_t rowStep, T* to, int64_t columnStep) {
+#pragma GCC unroll 4
+  for (int c = 0; c < 8; c += kLanes<T>) tileColumns<D>(from + 2 * c, rowStep, to, columnStep, c);
+}
+
+// The first sweep. In place, tile q and the tile it trades places with are done together.
+template <Direction D, class T>
+VEK_NOINLINE void firstSweep(const T* src, T* dst, int m) {
+  const int64_t row = int64_t(2) << (m - 3), tiles = int64_t(1) << (m - 6);
+  int64_t reversed = 0;
+  for (int64_t q = 0; q < tiles; ++q) {
+    if (src != dst) {
+      tile<D>(src + 16 * q, row, dst + 16 * reversed, row);
+    } else if (q <= reversed) {
+      alignas(64) T kept[128];
+      tile<D>(src + 16 * q, row, kept, 16);
+      if (q != reversed) tile<D>(src + 16 * reversed, row, dst + 16 * q, row);
+#pragma GCC unroll 1
+      for (int c = 0; c < 8; ++c) {
+        for (int i = 0; i < 16; i += kLanes<T>) storeV(dst + 16 * reversed + c * row + i, loadV(kept + 16 * c + i));
+      }
+    }
+    // add one at the top end
+    const int ones = __builtin_ctzll(uint64_t(q + 1));
+    reversed ^= tiles - (tiles >> (ones + 1));
+  }
+}
+
+enum Output { kBlocks, kInterleaved };
+
+template <Direction D, Output O, class T>
+VEK_INLINE void storePoint(T* p, Complex<T> x, [[maybe_unused]] Reg<T> scale) {
+  if constexpr (O == kBlocks) {
+    storeBlock(p, x);
+  } else if constexpr (D == kForward) {
+    storeInterleaved<T>(p, {x.re * scale, x.im * scale});
+  } else {
+    storeInterleaved<T>(p, {x.im * scale, x.re * scale});
+  }
+}
+
+// One pass over `total` elements: transforms of `length` points are joined 2^Bits at a time.
+template <Direction D, Output O, int Bits, class T>
+VEK_NOINLINE void joinPass(T* data, int64_t total, int64_t length, const T* roots, T scale) {
+  constexpr int radix = 1 << Bits, block = 2 * kLanes<T>, step = Bits == 3 ? 4 * block : 2 * block;
+  const Reg<T> s = splat(scale);
+  for (T* end = data + 2 * total; data < end; data += 2 * length * radix) {
+    const T* w = roots;
+    for (int64_t k = 0; k < 2 * length; k += block, w += step) {
+      Complex<T> y[radix];
+#pragma GCC unroll 8
+      for (int r = 0; r < radix; ++r) y[r] = loadBlock(data + k + r * 2 * length);
+      join<Bits, T>(y, w);
+#pragma GCC unroll 8
+      for (int r = 0; r < radix; ++r) storePoint<D, O>(data + k + r * 2 * length, y[r], s);
+    }
+  }
+}
+
+template <Direction D, Output O, class T>
+VEK_INLINE void anyPass(int bits, T* data, int64_t total, int64_t length, const T* roots, T scale) {
+  if (bits == 3) {
+    joinPass<D, O, 3>(data, total, length, roots, scale);
+  } else {
+    joinPass<D, O, 2>(data, total, length, roots, scale);
+  }
+}
+
+// Elements of T that the roots of a pass take.
+VEK_INLINE int64_t rootsOfPass(int bits, int64_t length) { return (bits == 3 ? 8 : 4) * length; }
+
+// Everything behind the first sweep, on 2^bits(m) elements from `data`, up to pass `last`.
+template <Direction D, class T>
+struct Joiner {
+  Passes passes;
+  const T* roots[12];
+  int64_t length[12];
+  T scale;
+  static constexpr int64_t kInCache = 24576 / (2 * int64_t(sizeof(T)));
+
+  VEK_INLINE void prepare(int m, const T* table, T s) {
+    passes = passesFor(m);
+    scale = s;
+    int64_t len = 8;
+    for (int i = 0; i < passes.count; ++i) {
+      roots[i] = table;
+      length[i] = len;
+      table += rootsOfPass(passes.bits[i], len);
+      len <<= passes.bits[i];
+    }
+  }
+
+  VEK_INLINE void pass(int i, T* data, int64_t total) const {
+    if (i + 1 == passes.count) {
+      anyPass<D, kInterleaved>(passes.bits[i], data, total, length[i], roots[i], scale);
+    } else {
+      anyPass<D, kBlocks>(passes.bits[i], data, total, length[i], roots[i], scale);
+    }
+  }
+
+  // Passes 0 .. i on the 2^bits[i] * length[i] elements at data.
+  void run(int i, T* data) const {
+    const int64_t total = length[i] << passes.bits[i];
+    if (total <= kInCache) {
+      for (int k = 0; k <= i; ++k) pass(k, data, total);
+      return;
+    }
+    for (int r = 0; r < 1 << passes.bits[i]; ++r) {
+      if (i > 0) run(i - 1, data + 2 * r * length[i]);
+    }
+    pass(i, data, total);
+  }
+};
+
+// n = 2^m points, m >= 6.
+template <Direction D, class T>
+VEK_NOINLINE void complexTransform(const T* src, T* dst, int m, const T* table, T scale) {
+  firstSweep<D>(src, dst, m);
+  Joiner<D, T> joiner;
+  joiner.prepare(m, table, scale);
+  joiner.run(joiner.passes.count - 1, dst);
+}
+
+// The roots of all passes, in the order of their use.
+template <class T>
+VEK_INLINE int64_t complexTableSize(int m) {
+  const Passes p = passesFor(m);
+  int64_t size = 0, length = 8;
+  for (int i = 0; i < p.count; ++i) size += rootsOfPass(p.bits[i], length), length <<= p.bits[i];
+  return size;
+}
+template <class T>
+VEK_NOINLINE void makeComplexTable(T* table, int m, const Roots& roots, int order) {
+  constexpr int L = kLanes<T>, block = 2 * L;
+  const Passes p = passesFor(m);
+  int lengthBits = 3;
+  for (int i = 0; i < p.count; ++i) {
+    const int bits = p.bits[i];
+    const int shift = order - lengthBits - bits;  // w^k is root number k << shift
+    for (int64_t k = 0; k < int64_t(1) << lengthBits; k += L) {
+      for (int level = bits - 1; level >= 0; --level, table += block) {
+        for (int lane = 0; lane < L; ++lane) {
+          storeRoot(table, lane, roots((k + kLaneOrder<T>[lane]) << (shift + level)));
+        }
+      }
+      if (bits == 3) {
+        for (int lane = 0; lane < L; ++lane) {
+          const int64_t turned = k + kLaneOrder<T>[lane] + (int64_t(1) << lengthBits);
+          storeRoot(table, lane, roots(turned << shift));
+        }
+        table += block;
+      }
+    }
+    lengthBits += bits;
+  }
+}
+
+}  // namespace
+}  // namespace vek::VEK_SLOT
+
+#endif

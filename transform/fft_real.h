@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: Apache-2.0
+// Real transforms of N = 2n points through a complex one of n: pairs of samples are its elements, and one sweep turns
+// its result Z into the spectrum X: with E = (Z[k] + conj Z[n-k]) / 2, O = (Z[k] - conj Z[n-k]) / 2i and
+// w = exp(-2 pi i / N), X[k] = E + w^k O and X[n-k] = conj(E - w^k O). The inverse sweep goes back.
+#ifndef VEK_TRANSFORM_FFT_REAL_H
+#define VEK_TRANSFORM_FFT_REAL_H
+
+#include "transform/fft_complex.h"
+
+namespace vek::VEK_SLOT {
+namespace {
+
+// w^k for k < n/2. From this order up the table has two levels: w^k = fine[k mod 1024] * coarse[k / 1024].
+constexpr int kTwoLevelOrder = 19;
+constexpr int64_t kFineRoots = 1024;
+
+template <class T>
+struct RealRoots {
+  const T *fine, *coarse;
+  bool twoLevel;
+  VEK_INLINE RealRoots(const T* table, int order)
+      : fine(table), coarse(table + 2 * kFineRoots), twoLevel(order >= kTwoLevelOrder) {}
+  VEK_INLINE Complex<T> block(int64_t k) const {
+    if (!twoLevel) return loadBlock(fine + 2 * k);
+    const T* c = coarse + 2 * (k / kFineRoots);
+    return times(loadBlock(fine + 2 * (k % kFineRoots)), Complex<T>{splat(c[0]), splat(c[1])});
+  }
+  VEK_INLINE Root one(int64_t k) const {  // k < kFineRoots
+    const int64_t first = k / kLanes<T> * kLanes<T>;
+    for (int lane = 0; lane < kLanes<T>; ++lane) {
+      if (first + kLaneOrder<T>[lane] == k) return {fine[2 * first + lane], fine[2 * first + kLanes<T> + lane]};
+    }
+    return {};
+  }
+};
+
+VEK_INLINE int64_t realTableSize(int order) {
+  return order >= kTwoLevelOrder ? 2 * (kFineRoots + (int64_t(1) << (order - 12))) : int64_t(1) << (order - 1);
+}
+template <class T>
+VEK_NOINLINE void makeRealTable(T* table, int order, const Roots& roots) {
+  constexpr int L = kLanes<T>;
+  const bool twoLevel = order >= kTwoLevelOrder;
+  const int64_t count = twoLevel ? kFineRoots : int64_t(1) << (order - 2);
+  for (int64_t k = 0; k < count; k += L) {
+    for (int lane = 0; lane < L; ++lane) storeRoot(table + 2 * k, lane, roots(k + kLaneOrder<T>[lane]));
+  }
+  if (!twoLevel) return;
+  T* coarse = table + 2 * kFineRoots;
+  for (int64_t k = 0; k < int64_t(1) << (order - 12); ++k) {
+    const Root w = roots(k * kFineRoots);
+    coarse[2 * k] = T(w.re), coarse[2 * k + 1] = T(w.im);
+  }
+}
+
+// Z to X: a at k, b at n - k.
+template <class T>
+VEK_INLINE void toSpectrum(Complex<T>& a, Complex<T>& b, Complex<T> w, Reg<T> half) {
+  const Complex<T> e = {(a.re + b.re) * half, (a.im - b.im) * half};
+  const Complex<T> o = {(a.im + b.im) * half, (b.re - a.re) * half};
+  a = {negMulAdd<T>(o.im, w.im, mulAdd<T>(o.re, w.re, e.re)), mulAdd<T>(o.im, w.re, mulAdd<T>(o.re, w.im, e.im))};
+  b = {mulAdd<T>(o.im, w.im, negMulAdd<T>(o.re, w.re, e.re)), mulAdd<T>(o.im, w.re, mulAdd<T>(o.re, w.im, -e.im))};
+}
+// X to 2 Z.
+template <class T>
+VEK_INLINE void fromSpectrum(Complex<T>& a, Complex<T>& b, Complex<T> w) {
+  const Complex<T> e = {a.re + b.re, a.im - b.im};
+  const Complex<T> d = {a.re - b.re, a.im + b.im};
+  const Complex<T> o = {mulAdd<T>(d.im, w.im, d.re * w.re), negMulAdd<T>(d.re, w.im, d.im * w.re)};
+  a = {e.re - o.im, e.im + o.re};
+  b = {e.re + o.im, o.re - e.im};
+}
+
+template <Direction D, class T>
+VEK_INLINE void recombineOne(const T* src, T* dst, int64_t k, int64_t n, Root root, T scale) {
+  const T ar = src[2 * k], ai = src[2 * k + 1], br = src[2 * (n - k)], bi = src[2 * (n - k) + 1];
+  const T wr = T(root.re), wi = T(root.im), er = ar + br, ei = ai - bi;
+  if constexpr (D == kForward) {
+    const T half = T(0.5) * scale, odr = ai + bi, odi = br - ar;
+    const T tr = odr * wr - odi * wi, ti = odr * wi + odi * wr;
+    dst[2 * (n - k)] = (er - tr) * half, dst[2 * (n - k) + 1] = (ti - ei) * half;
+    dst[2 * k] = (er + tr) * half, dst[2 * k + 1] = (ei + ti) * half;
+  } else {
+    const T dr = ar - br, di = ai + bi, odr = dr * wr + di * wi, odi = di * wr - dr * wi;
+    dst[2 * (n - k)] = er + odi, dst[2 * (n - k) + 1] = odr - ei;
+    dst[2 * k] = er - odi, dst[2 * k + 1] = ei + odr;
+  }
+}
+
+template <Direction D, class T>
+VEK_NOINLINE void recombine(const T* src, T* dst, int order, const T* table, T scale) {
+  constexpr int L = kLanes<T>;
+  const int64_t n = int64_t(1) << (order - 1);
+  const RealRoots<T> roots(table, order);
+  const T dc = src[0], nyquist = src[1], mr = src[n], mi = src[n + 1];
+  const T one = D == kForward ? scale : T(1), middle = D == kForward ? scale : T(2);
+  dst[0] = (dc + nyquist) * one;
+  dst[1] = (dc - nyquist) * one;
+  dst[n] = mr * middle;
+  dst[n + 1] = -mi * middle;
+  for (int k = 1; k < L; ++k) recombineOne<D>(src, dst, k, n, roots.one(k), scale);
+  const Reg<T> half = splat(T(0.5) * scale);
+  for (int64_t k = L; k < n / 2; k += L) {
+    Complex<T> a = loadInterleaved(src + 2 * k), b = loadReversed(src + 2 * (n - k));
+    if constexpr (D == kForward) {
+      toSpectrum(a, b, roots.block(k), half);
+    } else {
+      fromSpectrum(a, b, roots.block(k));
+    }
+    storeInterleaved(dst + 2 * k, a);
+    storeReversed(dst + 2 * (n - k), b);
+  }
+}
+
+}  // namespace
+}  // namespace vek::VEK_SLOT
+
+#endif

@@ -1,0 +1,264 @@
+// SPDX-License-Identifier: Apache-2.0
+// Companding by G.711. Where bytes can be shuffled, codes are taken apart into nibbles that index 16-entry tables in
+// registers; elsewhere the tables are in memory. Encoding reads segment and mantissa off the floating-point format.
+#include "core/simd/checks.h"
+#include "core/simd/driver.h"
+#include "vector/compand_tables.h"
+#include "vector/convert_scale.h"
+#include "vek.h"
+
+namespace vek::VEK_SLOT {
+namespace {
+
+template <class T, int N>
+struct Table {
+  alignas(16) T x[N];
+};
+
+// ---- decoding -------------------------------------------------------------------------------------------------------
+
+enum class Law { kA, kMu };
+
+template <Law L>
+struct Decoder {
+  static constexpr int inversion = L == Law::kA ? kALawInversion : kMuLawInversion;
+
+  static constexpr int value(int code) {
+    const int bare = (code ^ inversion) & 127;
+    const int m = L == Law::kA ? aLawMagnitude(bare) : muLawMagnitude(bare);
+    return code & 128 ? m : -m;
+  }
+  static constexpr Table<int16_t, 256> values() {
+    Table<int16_t, 256> t{};
+    for (int c = 0; c < 256; ++c) t.x[c] = int16_t(value(c));
+    return t;
+  }
+
+  // A magnitude is a product of what the upper nibble says and what the lower one says, taken for pairs of bytes:
+  // A-law (2 f)(2 s) + (2 f)(2 s) with f the power of two of the segment and s = step, plus 32 but in segment 0;
+  // mu-law f s - 33, to be multiplied by 4. The sign is given to the signed factors, s and -1.
+  static constexpr Table<uint8_t, 16> powers() {
+    Table<uint8_t, 16> t{};
+    for (int n = 0; n < 16; ++n) {
+      const int segment = (n ^ inversion >> 4) & 7;
+      t.x[n] = uint8_t(L == Law::kMu ? 1 << segment : 2 << (segment == 0 ? 0 : segment - 1));
+    }
+    return t;
+  }
+  static constexpr Table<uint8_t, 16> steps() {
+    Table<uint8_t, 16> t{};
+    for (int n = 0; n < 16; ++n) {
+      const int step = 2 * ((n ^ inversion) & 15) + 1;
+      t.x[n] = uint8_t(L == Law::kMu ? step + 32 : 2 * step);
+    }
+    return t;
+  }
+  static constexpr Table<uint8_t, 16> offsets() {  // twice 32 but in segment 0
+    Table<uint8_t, 16> t{};
+    for (int n = 0; n < 16; ++n) t.x[n] = ((n ^ inversion >> 4) & 7) == 0 ? 0 : 64;
+    return t;
+  }
+};
+template <Law L>
+constexpr Table<int16_t, 256> kValues = Decoder<L>::values();
+template <Law L>
+constexpr Table<uint8_t, 16> kPowers = Decoder<L>::powers();
+template <Law L>
+constexpr Table<uint8_t, 16> kSteps = Decoder<L>::steps();
+template <Law L>
+constexpr Table<uint8_t, 16> kOffsets = Decoder<L>::offsets();
+
+// 32 codes to 32 values.
+template <Law L>
+VEK_INLINE Group<int16_t, 2> decodePack(Pack<uint8_t> codes) {
+  const Pack<uint8_t> c = beforeUnpack(codes), low = broadcast(uint8_t(15));
+  const Pack<uint8_t> upper = bits<uint8_t>(bits<uint16_t>(c) >> 4) & low;
+  const Pack<uint8_t> power = lookup(kPowers<L>.x, upper);
+  Pack<uint8_t> step = lookup(kSteps<L>.x, c & low);
+  // No code compares as zero once its lowest bit is set, so every step gets a sign: minus that of the code.
+  const Pack<int8_t> sign = bits<int8_t>(c | broadcast(uint8_t(1)));
+  if constexpr (L == Law::kA) {
+    step = step | lookup(kOffsets<L>.x, upper);
+    const Pack<int8_t> s = withSign(zeros<int8_t>() - bits<int8_t>(step), sign);
+    const Two<uint8_t> powers = unpackBytes(power, power), factors = unpackBytes(bits<uint8_t>(s), bits<uint8_t>(s));
+    return {{mulAddBytes(powers.a, bits<int8_t>(factors.a)), mulAddBytes(powers.b, bits<int8_t>(factors.b))}};
+  } else {
+    const Pack<int8_t> s = withSign(zeros<int8_t>() - bits<int8_t>(step), sign);
+    const Pack<int8_t> one = withSign(broadcast(int8_t(1)), sign);
+    const Two<uint8_t> powers = unpackBytes(power, broadcast(uint8_t(33)));
+    const Two<uint8_t> factors = unpackBytes(bits<uint8_t>(s), bits<uint8_t>(one));
+    return {{mulAddBytes(powers.a, bits<int8_t>(factors.a)) << 2, mulAddBytes(powers.b, bits<int8_t>(factors.b)) << 2}};
+  }
+}
+
+template <Law L>
+VEK_INLINE VekStatus decode16(const uint8_t* src, int16_t* dst, int len) {
+  if (const VekStatus s = checkVectors(len, src, dst)) return s;
+  if constexpr (kSsse3) {
+    sweep<32>([](int16_t* d, const uint8_t* c) VEK_LAMBDA { storeGroup(d, decodePack<L>(load(c))); }, dst, len, src);
+  } else {
+    for (int i = 0; i < len; ++i) dst[i] = kValues<L>.x[src[i]];
+  }
+  return vekStsNoErr;
+}
+
+template <Law L>
+VEK_INLINE VekStatus decodeFloat(const uint8_t* src, float* dst, int len) {
+  if (const VekStatus s = checkVectors(len, src, dst)) return s;
+  constexpr float unit = 1.0f / 32768;
+  if constexpr (kSsse3) {
+    sweep<32>(
+        [](float* d, const uint8_t* c) VEK_LAMBDA {
+          const Group<int16_t, 2> v = decodePack<L>(load(c));
+          const Group<int32_t, 2> first = widen<int32_t>(v.p[0]), last = widen<int32_t>(v.p[1]);
+          const Pack<float> m = broadcast(unit);
+          storeGroup(d, Group<float, 4>{{toFloat(first.p[0]) * m, toFloat(first.p[1]) * m, toFloat(last.p[0]) * m,
+                                         toFloat(last.p[1]) * m}});
+        },
+        dst, len, src);
+  } else {
+    for (int i = 0; i < len; ++i) dst[i] = float(kValues<L>.x[src[i]]) * unit;
+  }
+  return vekStsNoErr;
+}
+
+// ---- encoding -------------------------------------------------------------------------------------------------------
+
+// Exponent and upper four fraction bits of 16 positive 16-bit integers as floats: 16 * (floor(log2 x) + 127) plus the
+// four bits below the leading one.
+VEK_INLINE Pack<int16_t> logarithms(Pack<int16_t> x) {
+  const Pack<int32_t> pairs = bits<int32_t>(x), lower = broadcast(0xFFFF);
+  const Pack<int32_t> even = bits<int32_t>(toFloat(pairs & lower));
+  const Pack<int32_t> odd = bits<int32_t>(toFloat(bits<int32_t>(bits<uint32_t>(pairs) >> 16)));
+  return bits<int16_t>(bits<int32_t>(bits<uint32_t>(even) >> 16) | (odd & ~lower)) >> 3;
+}
+
+// Seven bits of code without inversion. The linear segments of A-law come out of the smaller of a line and the
+// logarithm, which is kept above the line below the second segment. Mu-law's offset of 33 makes it logarithmic all
+// over; the saturating addition is the limit of its range.
+template <Law L>
+VEK_INLINE Pack<int16_t> encodeMagnitude(Pack<int16_t> x) {
+  const Pack<int16_t> m = x ^ (x >> 15);
+  const Pack<int16_t> firstExponent = broadcast(int16_t(16 * (127 + 7)));
+  if constexpr (L == Law::kA) {
+    return minOf(m >> 4, logarithms(maxOf(m, broadcast(int16_t(256)))) - firstExponent);
+  } else {
+    return logarithms(addSaturated(m, broadcast(int16_t(132)))) - firstExponent;
+  }
+}
+
+template <Law L>
+VEK_INLINE Pack<uint8_t> encodePack(Pack<int16_t> a, Pack<int16_t> b) {
+  const Pack<uint8_t> magnitude = packInHalves<uint8_t>(encodeMagnitude<L>(a), encodeMagnitude<L>(b));
+  const Pack<uint8_t> sign = packInHalves<int8_t>(a, b) & broadcast(uint8_t(0x80));
+  constexpr uint8_t inversion = 0x80 | (L == Law::kA ? kALawInversion : kMuLawInversion);
+  return afterPack((magnitude | sign) ^ broadcast(inversion));
+}
+
+template <Law L>
+VEK_INLINE VekStatus encode16(const int16_t* src, uint8_t* dst, int len) {
+  if (const VekStatus s = checkVectors(len, src, dst)) return s;
+  sweep<32>([](uint8_t* d, const int16_t* x) VEK_LAMBDA { store(d, encodePack<L>(load(x), load(x + 16))); }, dst, len,
+            src);
+  return vekStsNoErr;
+}
+
+VEK_INLINE Pack<int16_t> samples16(const float* x) {
+  const auto eight = [](const float* p) VEK_LAMBDA {
+    return roundToInt32<vekRoundHalfAway>(limitFor<int16_t>(load(p) * broadcast(32768.0f)));
+  };
+  return narrowSaturated<int16_t>(eight(x), eight(x + 8));
+}
+
+template <Law L>
+VEK_INLINE VekStatus encodeFloat(const float* src, uint8_t* dst, int len) {
+  if (const VekStatus s = checkVectors(len, src, dst)) return s;
+  sweep<32>([](uint8_t* d, const float* x) VEK_LAMBDA { store(d, encodePack<L>(samples16(x), samples16(x + 16))); },
+            dst, len, src);
+  return vekStsNoErr;
+}
+
+// ---- transcoding ----------------------------------------------------------------------------------------------------
+
+// A table of 128 entries by eight lookups: with the seven bits of the index reduced by 16 k, lookup k gives 0 where the
+// index lies before row k (the top bit is set) and entry (index & 15) elsewhere. Row k holds the difference to the row
+// before, so that the exclusive or of all lookups is the entry wanted. Entries are differences to the index, which
+// leaves the last rows empty.
+template <Law From>
+constexpr Table<uint8_t, 128> makeSteps() {
+  constexpr int in = From == Law::kA ? kALawInversion : kMuLawInversion;
+  constexpr int out = From == Law::kA ? kMuLawInversion : kALawInversion;
+  Table<uint8_t, 128> entries{}, t{};
+  for (int i = 0; i < 128; ++i) {
+    const int code = From == Law::kA ? kALawToMuLaw[i ^ in] : kMuLawToALaw[i ^ in];
+    entries.x[i] = uint8_t((code & 127) ^ out ^ i);
+  }
+  for (int i = 0; i < 128; ++i) t.x[i] = uint8_t(entries.x[i] ^ (i < 16 ? 0 : entries.x[i - 16]));
+  return t;
+}
+template <Law From>
+struct Steps {
+  static constexpr Table<uint8_t, 128> all = makeSteps<From>();
+  static constexpr bool emptyRow(int k) {
+    for (int i = 0; i < 16; ++i)
+      if (all.x[16 * k + i] != 0) return false;
+    return true;
+  }
+};
+
+template <Law From, int K>
+VEK_INLINE Pack<uint8_t> addRow(Pack<uint8_t> sum, Pack<uint8_t> index) {
+  if constexpr (Steps<From>::emptyRow(K)) {
+    return sum;
+  } else {
+    constexpr const uint8_t* row = &Steps<From>::all.x[16 * K];
+    return sum ^ lookup(*reinterpret_cast<const uint8_t(*)[16]>(row), index - broadcast(uint8_t(16 * K)));
+  }
+}
+
+template <Law From>
+VEK_INLINE Pack<uint8_t> transcodePack(Pack<uint8_t> codes) {
+  constexpr uint8_t in = From == Law::kA ? kALawInversion : kMuLawInversion;
+  constexpr uint8_t both = kALawInversion ^ kMuLawInversion;
+  const Pack<uint8_t> index = (codes & broadcast(uint8_t(127))) ^ broadcast(in);
+  Pack<uint8_t> r = codes ^ broadcast(both);
+  r = addRow<From, 0>(r, index), r = addRow<From, 1>(r, index), r = addRow<From, 2>(r, index);
+  r = addRow<From, 3>(r, index), r = addRow<From, 4>(r, index), r = addRow<From, 5>(r, index);
+  r = addRow<From, 6>(r, index), r = addRow<From, 7>(r, index);
+  return r;
+}
+
+template <Law From>
+VEK_INLINE VekStatus transcode(const uint8_t* src, uint8_t* dst, int len) {
+  if (const VekStatus s = checkVectors(len, src, dst)) return s;
+  if constexpr (kSsse3) {
+    mapPacks([](Pack<uint8_t> c) VEK_LAMBDA { return transcodePack<From>(c); }, dst, len, src);
+  } else {
+    const uint8_t* table = From == Law::kA ? kALawToMuLaw : kMuLawToALaw;
+    for (int i = 0; i < len; ++i) dst[i] = uint8_t(table[src[i] & 127] | (src[i] & 128));
+  }
+  return vekStsNoErr;
+}
+
+}  // namespace
+
+VekStatus veksALawToLin_8u16s(const Vek8u* pSrc, Vek16s* pDst, int len) { return decode16<Law::kA>(pSrc, pDst, len); }
+VekStatus veksALawToLin_8u32f(const Vek8u* pSrc, Vek32f* pDst, int len) {
+  return decodeFloat<Law::kA>(pSrc, pDst, len);
+}
+VekStatus veksMuLawToLin_8u16s(const Vek8u* pSrc, Vek16s* pDst, int len) { return decode16<Law::kMu>(pSrc, pDst, len); }
+VekStatus veksMuLawToLin_8u32f(const Vek8u* pSrc, Vek32f* pDst, int len) {
+  return decodeFloat<Law::kMu>(pSrc, pDst, len);
+}
+VekStatus veksLinToALaw_16s8u(const Vek16s* pSrc, Vek8u* pDst, int len) { return encode16<Law::kA>(pSrc, pDst, len); }
+VekStatus veksLinToALaw_32f8u(const Vek32f* pSrc, Vek8u* pDst, int len) {
+  return encodeFloat<Law::kA>(pSrc, pDst, len);
+}
+VekStatus veksLinToMuLaw_16s8u(const Vek16s* pSrc, Vek8u* pDst, int len) { return encode16<Law::kMu>(pSrc, pDst, len); }
+VekStatus veksLinToMuLaw_32f8u(const Vek32f* pSrc, Vek8u* pDst, int len) {
+  return encodeFloat<Law::kMu>(pSrc, pDst, len);
+}
+VekStatus veksALawToMuLaw_8u(const Vek8u* pSrc, Vek8u* pDst, int len) { return transcode<Law::kA>(pSrc, pDst, len); }
+VekStatus veksMuLawToALaw_8u(const Vek8u* pSrc, Vek8u* pDst, int len) { return transcode<Law::kMu>(pSrc, pDst, len); }
+
+}  // namespace vek::VEK_SLOT

@@ -1,0 +1,231 @@
+// SPDX-License-Identifier: Apache-2.0
+// Division of vectors, and of integer vectors by a constant.
+#include "vector/scaled.h"
+
+namespace vek::VEK_SLOT {
+namespace {
+
+// ---- the multiplier 2^(-scaleFactor)
+// -----------------------------------------------------------------------------------
+
+// In single precision for the narrow types. Below -127 stands for itself what -127 gives: every quotient but 0 is out
+// of range, and 0 times infinity is kept from being a NaN.
+VEK_INLINE float singleMultiplier(int scaleFactor) {
+  if (scaleFactor > 149) return 0;
+  const int s = scaleFactor < -127 ? -127 : scaleFactor;
+  const uint32_t word = s <= 126 ? uint32_t(127 - s) << 23 : uint32_t(1) << (149 - s);
+  float m;
+  __builtin_memcpy(&m, &word, sizeof m);
+  return m;
+}
+
+// Infinity from -1024 down.
+VEK_INLINE double doubleMultiplier(int scaleFactor) {
+  if (scaleFactor > 1074) return 0;
+  const int s = scaleFactor < -1024 ? -1024 : scaleFactor;
+  const uint64_t word = s <= 1022 ? uint64_t(1023 - s) << 52 : uint64_t(1) << (1074 - s);
+  double m;
+  __builtin_memcpy(&m, &word, sizeof m);
+  return m;
+}
+
+// ---- narrow integers as floats
+// -------------------------------------------------------------------------------------------
+
+// 16 or 32 elements as packs of floats, in an order that `narrow` undoes.
+VEK_INLINE Group<float, 2> wordsToFloat(Pack<int16_t> a, Pack<int16_t> high) {
+  const Two<int16_t> w = interleaveInHalves(a, high);
+  return {{toFloat(bits<int32_t>(w.a)), toFloat(bits<int32_t>(w.b))}};
+}
+VEK_INLINE Group<float, 2> widenToFloat(Pack<int16_t> a) { return wordsToFloat(a, signOf(a)); }
+VEK_INLINE Group<float, 4> widenToFloat(Pack<uint8_t> a) {
+  const Two<uint16_t> w = widenBytes(a);
+  const Pack<int16_t> zero = zeros<int16_t>();
+  const Group<float, 2> low = wordsToFloat(bits<int16_t>(w.a), zero), high = wordsToFloat(bits<int16_t>(w.b), zero);
+  return {{low.p[0], low.p[1], high.p[0], high.p[1]}};
+}
+
+// To the nearest integers, clamped. What is too small for 32 bits becomes their least value and is clamped with the
+// rest; what is too large has to be held below 2^31 first.
+VEK_INLINE Pack<int32_t> toInteger(Pack<float> q) { return toInt32Nearest(minOf(q, broadcast(65536.0f))); }
+VEK_INLINE Pack<int16_t> narrow(Group<float, 2> q) {
+  return narrowInHalves<int16_t>(toInteger(q.p[0]), toInteger(q.p[1]));
+}
+VEK_INLINE Pack<uint8_t> narrow(Group<float, 4> q) {
+  return narrowInHalves<uint8_t>(narrow(Group<float, 2>{{q.p[0], q.p[1]}}), narrow(Group<float, 2>{{q.p[2], q.p[3]}}));
+}
+
+// f on corresponding packs of two groups.
+template <class F, class T, int K>
+VEK_INLINE Group<T, K> eachPack(F f, Group<T, K> a, Group<T, K> b) {
+  Group<T, K> out;
+#pragma GCC unroll 4
+  for (int k = 0; k < K; ++k) out.p[k] = f(a.p[k], b.p[k]);
+  return out;
+}
+
+// ---- integer quotients
+// ---------------------------------------------------------------------------------------------------
+
+// What an element divided by zero gives.
+template <class T>
+VEK_INLINE Pack<T> overZero(Pack<T> x) {
+  const Pack<T> end = kSigned<T> ? LeftShift<T>::saturation(x) : broadcast(T(-1));
+  return keep(x != zeros<T>(), end);
+}
+
+// Runs `quotient` on packs of divisors and dividends; zeros among the divisors are rare, and dealt with aside.
+template <class T, class F>
+VEK_INLINE VekStatus divideElements(F quotient, const T* divisors, const T* dividends, T* dst, int len) {
+  bool zeroSeen = false;
+  mapPacks(
+      [quotient, &zeroSeen](Pack<T> d, Pack<T> x) VEK_LAMBDA {
+        const Pack<T> q = quotient(d, x);
+        const Mask<T> zero = d == zeros<T>();
+        if (__builtin_expect(!any(zero), 1)) return q;
+        zeroSeen = true;
+        return select(zero, overZero(x), q);
+      },
+      dst, len, divisors, dividends);
+  return zeroSeen ? vekStsDivByZero : vekStsNoErr;
+}
+
+template <class T>
+VEK_INLINE VekStatus divide(const T* divisors, const T* dividends, T* dst, int len, int scaleFactor) {
+  if (const VekStatus status = checkVectors(len, divisors, dividends, dst)) return status;
+  const Pack<float> m = broadcast(singleMultiplier(scaleFactor));
+  const auto quotient = [m](Pack<T> d, Pack<T> x) VEK_LAMBDA {
+    const auto divided = [m](Pack<float> a, Pack<float> b) VEK_LAMBDA { return b * m / a; };
+    return narrow(eachPack(divided, widenToFloat(d), widenToFloat(x)));
+  };
+  return divideElements(quotient, divisors, dividends, dst, len);
+}
+
+VEK_INLINE VekStatus divide(const Vek32s* divisors, const Vek32s* dividends, Vek32s* dst, int len, int scaleFactor) {
+  if (const VekStatus status = checkVectors(len, divisors, dividends, dst)) return status;
+  const Pack<double> m = broadcast(doubleMultiplier(scaleFactor)), most = broadcast(2147483647.0);
+  const auto quotient = [m, most](Pack<int32_t> d, Pack<int32_t> x) VEK_LAMBDA {
+    // The order of the minimum's operands lets a NaN through, to become -2^31.
+    const auto divided = [m, most](Pack<double> a, Pack<double> b) VEK_LAMBDA { return minOf(most, b * m / a); };
+    return toInt32Nearest(eachPack(divided, toDouble(d), toDouble(x)));
+  };
+  return divideElements(quotient, divisors, dividends, dst, len);
+}
+
+template <class T>
+VEK_INLINE VekStatus divideByConstant(const T* src, T val, T* dst, int len, int scaleFactor) {
+  if (const VekStatus status = checkVectors(len, src, dst)) return status;
+  if (val == 0) return vekStsDivByZeroErr;
+  const Pack<float> f = broadcast(singleMultiplier(scaleFactor) / float(val));
+  mapPacks(
+      [f](Pack<T> x) VEK_LAMBDA {
+        const auto w = widenToFloat(x);
+        return narrow(eachPack([f](Pack<float> a, Pack<float>) VEK_LAMBDA { return a * f; }, w, w));
+      },
+      dst, len, src);
+  return vekStsNoErr;
+}
+
+// ---- floats
+// ----------------------------------------------------------------------------------------------------------
+
+VEK_INLINE Pack<float> undefined() { return bits<float>(broadcast(uint32_t(0xFFC00000))); }
+
+VEK_INLINE VekStatus divide(const Vek32f* divisors, const Vek32f* dividends, Vek32f* dst, int len) {
+  if (const VekStatus status = checkVectors(len, divisors, dividends, dst)) return status;
+  bool zeroSeen = false;
+  mapPacks(
+      [&zeroSeen](Pack<float> d, Pack<float> x) VEK_LAMBDA {
+        const Pack<float> q = x / d, zero = zeros<float>();
+        const Mask<float> isZero = d == zero;
+        if (__builtin_expect(!any(isZero), 1)) return q;
+        zeroSeen = true;
+        const Pack<float> infinite = x / zero;  // the divisor's sign does not count
+        return select(isZero, select(infinite == infinite, infinite, undefined()), q);
+      },
+      dst, len, divisors, dividends);
+  return zeroSeen ? vekStsDivByZero : vekStsNoErr;
+}
+
+// Four complex dividends times the conjugates of the divisors: (a.re b.re + a.im b.im, a.re b.im - a.im b.re).
+VEK_INLINE Pack<float> conjugateProduct(const float* a, Pack<float> b) {
+  const Pack<float> swapped = swapPairs(b) ^ broadcast(-0.0f);
+  return addSubtract(loadDupEven(a) * b, loadDupOdd(a) * swapped);
+}
+
+// Eight complex quotients, so that one division of a whole pack serves them all.
+VEK_INLINE void divideBlock(Vek32fc* dst, const Vek32fc* divisors, const Vek32fc* dividends, bool& zeroSeen) {
+  const float *a = parts(divisors), *b = parts(dividends);
+  constexpr int step = Pack<float>::lanes;
+  const Pack<float> a0 = load(a), a1 = load(a + step);
+  const Two<float> squares = deinterleaveInHalves(a0 * a0, a1 * a1);
+  const Pack<float> norm = squares.a + squares.b, r = broadcast(1.0f) / norm;
+  const Two<float> scale = interleaveInHalves(r, r);
+  Pack<float> q0 = conjugateProduct(a, load(b)) * scale.a;
+  Pack<float> q1 = conjugateProduct(a + step, load(b + step)) * scale.b;
+  const Mask<float> isZero = norm == zeros<float>();
+  if (__builtin_expect(any(isZero), 0)) {
+    zeroSeen = true;
+    const Two<float> m = interleaveInHalves(bits<float>(isZero), bits<float>(isZero));
+    q0 = select(asMask<float>(m.a), undefined(), q0);
+    q1 = select(asMask<float>(m.b), undefined(), q1);
+  }
+  store(parts(dst), q0);
+  store(parts(dst) + step, q1);
+}
+
+VEK_INLINE VekStatus divide(const Vek32fc* divisors, const Vek32fc* dividends, Vek32fc* dst, int len) {
+  if (const VekStatus status = checkVectors(len, divisors, dividends, dst)) return status;
+  bool zeroSeen = false;
+  sweep<8>([&zeroSeen](Vek32fc* d, const Vek32fc* a, const Vek32fc* b) VEK_LAMBDA { divideBlock(d, a, b, zeroSeen); },
+           dst, len, divisors, dividends);
+  return zeroSeen ? vekStsDivByZero : vekStsNoErr;
+}
+
+}  // namespace
+
+VekStatus veksDiv_8u_Sfs(const Vek8u* pSrc1, const Vek8u* pSrc2, Vek8u* pDst, int len, int scaleFactor) {
+  return divide(pSrc1, pSrc2, pDst, len, scaleFactor);
+}
+VekStatus veksDiv_8u_ISfs(const Vek8u* pSrc, Vek8u* pSrcDst, int len, int scaleFactor) {
+  return veksDiv_8u_Sfs(pSrc, pSrcDst, pSrcDst, len, scaleFactor);
+}
+VekStatus veksDiv_16s_Sfs(const Vek16s* pSrc1, const Vek16s* pSrc2, Vek16s* pDst, int len, int scaleFactor) {
+  return divide(pSrc1, pSrc2, pDst, len, scaleFactor);
+}
+VekStatus veksDiv_16s_ISfs(const Vek16s* pSrc, Vek16s* pSrcDst, int len, int scaleFactor) {
+  return veksDiv_16s_Sfs(pSrc, pSrcDst, pSrcDst, len, scaleFactor);
+}
+VekStatus veksDiv_32s_Sfs(const Vek32s* pSrc1, const Vek32s* pSrc2, Vek32s* pDst, int len, int scaleFactor) {
+  return divide(pSrc1, pSrc2, pDst, len, scaleFactor);
+}
+VekStatus veksDiv_32s_ISfs(const Vek32s* pSrc, Vek32s* pSrcDst, int len, int scaleFactor) {
+  return veksDiv_32s_Sfs(pSrc, pSrcDst, pSrcDst, len, scaleFactor);
+}
+VekStatus veksDiv_32f(const Vek32f* pSrc1, const Vek32f* pSrc2, Vek32f* pDst, int len) {
+  return divide(pSrc1, pSrc2, pDst, len);
+}
+VekStatus veksDiv_32f_I(const Vek32f* pSrc, Vek32f* pSrcDst, int len) {
+  return veksDiv_32f(pSrc, pSrcDst, pSrcDst, len);
+}
+VekStatus veksDiv_32fc(const Vek32fc* pSrc1, const Vek32fc* pSrc2, Vek32fc* pDst, int len) {
+  return divide(pSrc1, pSrc2, pDst, len);
+}
+VekStatus veksDiv_32fc_I(const Vek32fc* pSrc, Vek32fc* pSrcDst, int len) {
+  return VEK_SLOT::veksDiv_32fc(pSrc, pSrcDst, pSrcDst, len);
+}
+
+VekStatus veksDivC_8u_Sfs(const Vek8u* pSrc, Vek8u val, Vek8u* pDst, int len, int scaleFactor) {
+  return divideByConstant(pSrc, val, pDst, len, scaleFactor);
+}
+VekStatus veksDivC_8u_ISfs(Vek8u val, Vek8u* pSrcDst, int len, int scaleFactor) {
+  return veksDivC_8u_Sfs(pSrcDst, val, pSrcDst, len, scaleFactor);
+}
+VekStatus veksDivC_16s_Sfs(const Vek16s* pSrc, Vek16s val, Vek16s* pDst, int len, int scaleFactor) {
+  return divideByConstant(pSrc, val, pDst, len, scaleFactor);
+}
+VekStatus veksDivC_16s_ISfs(Vek16s val, Vek16s* pSrcDst, int len, int scaleFactor) {
+  return veksDivC_16s_Sfs(pSrcDst, val, pSrcDst, len, scaleFactor);
+}
+
+}  // namespace vek::VEK_SLOT

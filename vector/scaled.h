@@ -1,0 +1,233 @@
+// SPDX-License-Identifier: Apache-2.0
+// The scaled-result rule on packs: an exact result r, times 2^(-scaleFactor), rounded to nearest with ties to even,
+// clamped to the type. An operation is a functor on packs with
+//
+//   clamped(x...)              r clamped to the type: the whole work at scale factor 0. A negative factor shifts the
+//                              clamped value on, which clamps to the same end as shifting r itself would.
+//   rounded<Deep>(x..., s)     the rule for a positive factor s.factor
+//   halved(x...)               the same for factor 1, where kHalves says that it is cheaper
+//   kZeroFrom                  the least factor that makes every result 0
+//   kDeepFrom                  the least factor that needs Deep, a slower way around an overflow; kZeroFrom if none
+//
+// mapScaled chooses the case once; the loops are straight code.
+#ifndef VEK_VECTOR_SCALED_H
+#define VEK_VECTOR_SCALED_H
+
+#include "core/simd/checks.h"
+#include "core/simd/convert.h"
+#include "core/simd/driver.h"
+#include "vek.h"
+
+namespace vek::VEK_SLOT {
+namespace {
+
+// ---- shifts to the left ---------------------------------------------------------------------------------------------
+
+// x * 2^count clamped to the type, for any count from 1 up.
+template <class T>
+struct LeftShift {
+  int count;
+  Pack<T> over;  // unsigned: the least value that overflows
+
+  VEK_INLINE explicit LeftShift(int64_t n) : count(n < int(8 * sizeof(T)) ? int(n) : int(8 * sizeof(T))) {
+    over = broadcast(T((uint64_t(UnsignedOf<T>(-1)) >> count) + 1));
+  }
+  VEK_INLINE Pack<T> operator()(Pack<T> x) const {
+    const Pack<T> y = x << count;
+    if constexpr (kSigned<T>) {
+      // What shifts back to itself kept every bit; the rest goes to the end that x's sign names.
+      return select((y >> count) == x, y, saturation(x));
+    } else {
+      return y | bits<T>(maxOf(x, over) == x);
+    }
+  }
+  // The largest value for x >= 0, the smallest for x < 0.
+  static VEK_INLINE Pack<T> saturation(Pack<T> x) { return signOf(x) ^ broadcast(T(UnsignedOf<T>(-1) >> 1)); }
+};
+
+// ---- rounding shifts to the right -----------------------------------------------------------------------------------
+
+// Constants of a positive scale factor for lanes of type T. A count may be one larger than what a lane can shift by.
+template <class T>
+struct RightShift {
+  int factor;
+  Pack<T> belowHalf;  // 2^(factor-1) - 1
+  Pack<T> one;
+
+  VEK_INLINE explicit RightShift(int s) : factor(s) {
+    belowHalf = broadcast(T((UnsignedOf<T>(1) << (s - 1)) - 1));
+    one = broadcast(T(1));
+  }
+};
+
+// Rounding where r + 2^(s-1) cannot overflow: adding just less than a half rounds ties down, so that the quotient's own
+// low bit, added before the shift is repeated, lifts the odd ones. Where the first addition carried into that bit, the
+// rest is too small for the second to carry again.
+template <class T>
+VEK_INLINE Pack<T> roundShift(Pack<T> r, const RightShift<T>& s) {
+  const Pack<T> u = r + s.belowHalf;
+  return (u + ((u >> s.factor) & s.one)) >> s.factor;
+}
+
+// ---- bytes in 16-bit lanes
+// --------------------------------------------------------------------------------------------
+
+template <bool Halves, int ZeroFrom, int DeepFrom = ZeroFrom>
+struct ByteScaled {
+  using Element = uint8_t;
+  using Scale = RightShift<uint16_t>;
+  static constexpr bool kHalves = Halves;
+  static constexpr int kZeroFrom = ZeroFrom, kDeepFrom = DeepFrom;
+};
+
+VEK_INLINE Two<uint16_t> widenBytes(Pack<uint8_t> a) {
+  const Two<uint8_t> w = interleaveInHalves(a, zeros<uint8_t>());
+  return {bits<uint16_t>(w.a), bits<uint16_t>(w.b)};
+}
+// Values below 2^15, clamped to bytes.
+VEK_INLINE Pack<uint8_t> narrowBytes(Pack<uint16_t> a, Pack<uint16_t> b) {
+  return narrowInHalves<uint8_t>(bits<int16_t>(a), bits<int16_t>(b));
+}
+
+// ---- 64-bit results
+// ---------------------------------------------------------------------------------------------------
+
+// Eight 64-bit values: those of the even and of the odd 32-bit lanes.
+struct Wide {
+  Pack<int64_t> even, odd;
+};
+
+VEK_INLINE Pack<int32_t> oddLanes(Pack<int32_t> a) { return bits<int32_t>(bits<uint64_t>(a) >> 32); }
+
+VEK_INLINE Wide product(Pack<int32_t> a, Pack<int32_t> b) { return {mulEven(a, b), mulEven(oddLanes(a), oddLanes(b))}; }
+
+VEK_INLINE Pack<int32_t> lowParts(Wide w) {
+  return blendOdd(bits<int32_t>(w.even), bits<int32_t>(bits<uint64_t>(w.odd) << 32));
+}
+VEK_INLINE Pack<int32_t> highParts(Wide w) {
+  return blendOdd(bits<int32_t>(bits<uint64_t>(w.even) >> 32), bits<int32_t>(w.odd));
+}
+
+VEK_INLINE Pack<int32_t> clampWide(Wide w) {
+  const Pack<int32_t> low = lowParts(w), high = highParts(w);
+  return select(high == signOf(low), low, LeftShift<int32_t>::saturation(high));
+}
+
+// Constants of a positive scale factor 1..63 for 64-bit lanes. There is no arithmetic shift of these: values are moved
+// up by 2^63 to be unsigned, shifted, and moved back by what the shift has left of the bias.
+struct WideShift {
+  int factor;
+  Pack<uint64_t> one, mask, belowHalf, bias, biasedBelowHalf, rest;
+
+  VEK_INLINE explicit WideShift(int s) : factor(s) {
+    const uint64_t top = uint64_t(1) << 63;
+    one = broadcast(uint64_t(1));
+    mask = broadcast((uint64_t(1) << s) - 1);
+    belowHalf = broadcast((uint64_t(1) << (s - 1)) - 1);
+    bias = broadcast(top);
+    biasedBelowHalf = bias + belowHalf;
+    rest = broadcast(top >> s);
+  }
+
+  // |r| <= 2^62 + 2^32 and factor <= 62: the bias leaves room for the half, and disappears from the quotient's low bit.
+  VEK_INLINE Pack<int64_t> roundRoomy(Pack<int64_t> r) const {
+    const Pack<uint64_t> u = bits<uint64_t>(r) + biasedBelowHalf;
+    return bits<int64_t>(((u + ((u >> factor) & one)) >> factor) - rest);
+  }
+  // Any r: the quotient and the remainder apart.
+  VEK_INLINE Pack<int64_t> roundFull(Pack<int64_t> r) const {
+    const Pack<uint64_t> u = bits<uint64_t>(r) ^ bias;
+    const Pack<uint64_t> q = (u >> factor) - rest;
+    return bits<int64_t>(q + (((u & mask) + (q & one) + belowHalf) >> factor));
+  }
+  VEK_INLINE Wide roundRoomy(Wide w) const { return {roundRoomy(w.even), roundRoomy(w.odd)}; }
+  VEK_INLINE Wide roundFull(Wide w) const { return {roundFull(w.even), roundFull(w.odd)}; }
+};
+
+// ---- the choice of the case
+// -------------------------------------------------------------------------------------------
+
+// `map` runs a functor on packs over the vectors of the call; Op::Scale holds the constants of a positive factor.
+template <class Op, class Map>
+VEK_INLINE void mapScaled(Op op, int scaleFactor, Map map) {
+  using T = typename Op::Element;
+  if (scaleFactor == 0) {
+    map([op](auto... x) VEK_LAMBDA { return op.clamped(x...); });
+  } else if (scaleFactor < 0) {
+    const LeftShift<T> shift(-int64_t(scaleFactor));
+    map([op, shift](auto... x) VEK_LAMBDA { return shift(op.clamped(x...)); });
+  } else if (scaleFactor >= Op::kZeroFrom) {
+    map([](auto...) VEK_LAMBDA { return zeros<T>(); });
+  } else if (Op::kHalves && scaleFactor == 1) {
+    if constexpr (Op::kHalves) map([op](auto... x) VEK_LAMBDA { return op.halved(x...); });
+  } else if (Op::kDeepFrom < Op::kZeroFrom && scaleFactor >= Op::kDeepFrom) {
+    if constexpr (Op::kDeepFrom < Op::kZeroFrom) {
+      const typename Op::Scale s(scaleFactor);
+      map([op, s](auto... x) VEK_LAMBDA { return op.template rounded<true>(x..., s); });
+    }
+  } else {
+    const typename Op::Scale s(scaleFactor);
+    map([op, s](auto... x) VEK_LAMBDA { return op.template rounded<false>(x..., s); });
+  }
+}
+
+// The vectors of a call, complex ones by whole elements.
+template <class F, class D, class... S>
+VEK_INLINE void mapElements(F f, D* dst, ptrdiff_t n, const S*... src) {
+  if constexpr (kSame<D, Vek32fc> || kSame<D, Vek32sc>) {
+    mapComplex(f, dst, n, src...);
+  } else {
+    mapPacks(f, dst, n, src...);
+  }
+}
+
+template <class T>
+VEK_INLINE Pack<T> broadcastElement(T x) {
+  return broadcast(x);
+}
+VEK_INLINE Pack<float> broadcastElement(Vek32fc x) { return broadcastPair(x.re, x.im); }
+VEK_INLINE Pack<int32_t> broadcastElement(Vek32sc x) { return broadcastPair(x.re, x.im); }
+
+// An operation with its second operand the same everywhere.
+template <class Op>
+struct WithConstant : Op {
+  using T = typename Op::Element;
+  Pack<T> c;
+
+  VEK_INLINE explicit WithConstant(Pack<T> value) : c(value) {}
+  VEK_INLINE Pack<T> clamped(Pack<T> x) const { return Op::clamped(x, c); }
+  VEK_INLINE Pack<T> halved(Pack<T> x) const { return Op::halved(x, c); }
+  template <bool Deep, class S>
+  VEK_INLINE Pack<T> rounded(Pack<T> x, const S& s) const {
+    return Op::template rounded<Deep>(x, c, s);
+  }
+};
+
+// ---- whole functions ------------------------------------------------------------------------------------------------
+
+template <class Op, class E>
+VEK_INLINE VekStatus scaledTwo(const E* a, const E* b, E* dst, int len, int scaleFactor) {
+  if (const VekStatus status = checkVectors(len, a, b, dst)) return status;
+  mapScaled(Op(), scaleFactor, [=](auto f) VEK_LAMBDA { mapElements(f, dst, len, a, b); });
+  return vekStsNoErr;
+}
+
+template <class Op, class E>
+VEK_INLINE VekStatus scaledConstant(const E* src, E val, E* dst, int len, int scaleFactor) {
+  if (const VekStatus status = checkVectors(len, src, dst)) return status;
+  const WithConstant<Op> op(broadcastElement(val));
+  mapScaled(op, scaleFactor, [=](auto f) VEK_LAMBDA { mapElements(f, dst, len, src); });
+  return vekStsNoErr;
+}
+
+template <class F, class E, class... S>
+VEK_INLINE VekStatus mapChecked(F f, E* dst, int len, const S*... src) {
+  if (const VekStatus status = checkVectors(len, src..., dst)) return status;
+  mapElements(f, dst, len, src...);
+  return vekStsNoErr;
+}
+
+}  // namespace
+}  // namespace vek::VEK_SLOT
+
+#endif
