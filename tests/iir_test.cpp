@@ -13,8 +13,7 @@ namespace {
 
 using namespace vektest;
 
-// ---- the four kinds
-// -----------------------------------------------------------------------------------------------------
+// ---- the four kinds -----------------------------------------------------------------------------------------------
 
 #define KIND(NAME, SUFFIX, STATE, SAMPLE, COEF, ORDER_ID)      \
   struct NAME {                                                \
@@ -80,8 +79,7 @@ Number<R> number(T x) {
   return {R(exact(x).real()), R(exact(x).imag())};
 }
 
-// ---- filters and their recursion
-// ----------------------------------------------------------------------------------------
+// ---- filters and their recursion ----------------------------------------------------------------------------------
 
 template <class Coef>
 struct Filter {
