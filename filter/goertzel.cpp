@@ -53,8 +53,7 @@ VEK_INLINE Complex recurrence(const T* src, ptrdiff_t n, Rotation w) {
   return z;
 }
 
-// ---- real samples: N packs of real parts and N of imaginary parts, one recurrence a lane
-// ------------------------------
+// ---- real samples: N packs of real parts and N of imaginary parts, one recurrence a lane ----------------------------
 
 template <int N>
 struct RealLanes {
@@ -127,8 +126,7 @@ VEK_INLINE void evaluate(const float* src, ptrdiff_t n, const Rotation (&w)[F], 
   for (int f = 0; f < F; ++f) out[f] = join(z[f], w[f], w4[f]);
 }
 
-// ---- complex samples: pairs (re, im), two recurrences a pack
-// -----------------------------------------------------------
+// ---- complex samples: pairs (re, im), two recurrences a pack --------------------------------------------------------
 
 template <int F, int N, int Log>
 VEK_INLINE void evaluate(const Vek32fc* samples, ptrdiff_t n, const Rotation (&w)[F], Complex (&out)[F]) {
@@ -167,8 +165,7 @@ VEK_INLINE void evaluate(const Vek32fc* samples, ptrdiff_t n, const Rotation (&w
   }
 }
 
-// ---- entries
-// ----------------------------------------------------------------------------------------------------------
+// ---- entries --------------------------------------------------------------------------------------------------------
 
 // Lanes for real samples hold one part each, so twice the recurrences fit the same packs.
 template <class T>

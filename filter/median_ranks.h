@@ -11,8 +11,7 @@
 namespace vek::VEK_SLOT {
 namespace {
 
-// ---- ranks
-// --------------------------------------------------------------------------------------------------------------
+// ---- ranks ----------------------------------------------------------------------------------------------------------
 
 // Outputs for which a stretch is ranked at a time: enough to share the sort of the mask's width between them.
 VEK_INLINE int64_t rankPiece(int64_t len, int64_t mask) {
@@ -96,8 +95,7 @@ VEK_NOINLINE void slideLong(const K* window, K* dst, int64_t len, int64_t half, 
     slideRanks(window + i, dst + i, int(len - i < piece ? len - i : piece), int(half), space);
 }
 
-// ---- bytes
-// --------------------------------------------------------------------------------------------------------------
+// ---- bytes ----------------------------------------------------------------------------------------------------------
 
 // How often each value is in the window, and each run of 16 values.
 struct Histogram {

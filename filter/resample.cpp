@@ -15,8 +15,7 @@ VEK_INLINE VekStatus checkSampling(const void* src, int srcLen, const void* dst,
   return *phase < 0 || *phase >= factor ? vekStsSamplePhaseErr : vekStsNoErr;
 }
 
-// ---- up
-// ---------------------------------------------------------------------------------------------------------------
+// ---- up -------------------------------------------------------------------------------------------------------------
 
 // One pack of samples to Factor packs of output, Factor a power of two: the samples are interleaved with zeros, at the
 // place that the highest bit of the phase tells, and the two halves go on alike with the rest of the phase.
@@ -81,8 +80,7 @@ VEK_INLINE VekStatus sampleUp(const T* src, int srcLen, T* dst, int* dstLen, int
   return vekStsNoErr;
 }
 
-// ---- down
-// -------------------------------------------------------------------------------------------------------------
+// ---- down -----------------------------------------------------------------------------------------------------------
 
 // Whole periods only: the packs that are read end with the last period that lies inside the source.
 template <int Factor, class W>

@@ -7,8 +7,7 @@
 namespace vek::VEK_SLOT {
 namespace {
 
-// ---- bytes
-// ------------------------------------------------------------------------------------------------------------
+// ---- bytes ----------------------------------------------------------------------------------------------------------
 
 // Four tables take turns, so that runs of one value do not wait for the store of the last count.
 VEK_INLINE void countBytes(const uint8_t* v, ptrdiff_t n, uint32_t (&count)[4][256]) {
@@ -59,8 +58,7 @@ VEK_INLINE VekStatus sortBytes(Vek8u* v, int len, bool descending) {
   return vekStsNoErr;
 }
 
-// ---- integers and floats
-// ----------------------------------------------------------------------------------------------
+// ---- integers and floats --------------------------------------------------------------------------------------------
 
 template <class T>
 VEK_INLINE VekStatus sortIntegers(T* v, int len, bool descending) {

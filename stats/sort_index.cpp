@@ -9,8 +9,7 @@
 namespace vek::VEK_SLOT {
 namespace {
 
-// ---- partition of two streams
-// -------------------------------------------------------------------------------------------
+// ---- partition of two streams ---------------------------------------------------------------------------------------
 
 // Where the next pairs go: at `low` upward, below `high` downward, each side with its own arrays.
 template <class T>
@@ -155,8 +154,7 @@ VEK_INLINE ptrdiff_t partitionPairs(T* v, int* index, ptrdiff_t n, int32_t pivot
   return n <= kPairRoom ? partitionPairsBuffered(v, index, n, pivot) : partitionPairsChunks(v, index, n, pivot);
 }
 
-// ---- short ranges
-// -------------------------------------------------------------------------------------------------------
+// ---- short ranges ---------------------------------------------------------------------------------------------------
 
 // Key and place within the range share the fraction of a double near 2^52, key first: exact, all different, ordered by
 // the single-instruction minimum and maximum of doubles, and normal numbers, which no denormal mode touches.
@@ -185,8 +183,7 @@ VEK_NOINLINE void sortPairsShort(T* v, int* index, ptrdiff_t n) {
   }
 }
 
-// ---- narrow ranges
-// ------------------------------------------------------------------------------------------------------
+// ---- narrow ranges --------------------------------------------------------------------------------------------------
 
 // Key minus `least`, then position, in one word; the top bit is inverted because words are sorted as signed.
 constexpr uint32_t kTop = 0x80000000u;
@@ -215,8 +212,7 @@ VEK_INLINE void sortWords(T* v, int* index, const Range& r, int places) {
   splitWords(v + r.first, index + r.first, r.size, r.least, places);
 }
 
-// ---- the sort
-// -----------------------------------------------------------------------------------------------------------
+// ---- the sort -------------------------------------------------------------------------------------------------------
 
 template <class T>
 VEK_INLINE bool sortAtOnce(T* v, int* index, const Range& r, int places) {

@@ -10,8 +10,7 @@
 namespace vek::VEK_SLOT {
 namespace {
 
-// ---- shuffle tables
-// ---------------------------------------------------------------------------------------------------
+// ---- shuffle tables -------------------------------------------------------------------------------------------------
 
 // By the mask of lanes below the pivot: the numbers of those lanes, then of the others, a byte each.
 struct SplitOrders8 {
@@ -60,8 +59,7 @@ VEK_INLINE __m128i order16(uint32_t m) {
   if constexpr (N == 8) return _mm_load_si128((const __m128i*)kShuffles8.bytes[m]);
 }
 
-// ---- one register to both sides
-// ---------------------------------------------------------------------------------------
+// ---- one register to both sides -------------------------------------------------------------------------------------
 
 // Where the next elements go: upward from low, downward from high.
 template <class T>
@@ -140,8 +138,7 @@ VEK_INLINE void splitRun(const T* from, ptrdiff_t n, T pivot, Sides<T>& sides) {
   sides = to;
 }
 
-// ---- a range
-// ----------------------------------------------------------------------------------------------------------
+// ---- a range --------------------------------------------------------------------------------------------------------
 
 // Bytes of stack for one partition.
 constexpr int kSplitBytes = 16384;
