@@ -155,10 +155,10 @@ VEK_NOINLINE void slideNetwork(const T* window, T* dst, ptrdiff_t n) {
 }
 
 // ---- masks up to 33: sorted halves that windows share ---------------------------------------------------------------
-// -------------------------------------------------------------------- With half = mask / 2, the window of an output is
-// a centre and two runs of `half` elements, and the run before one centre is the run after another: every run is sorted
-// once. Sorted ascending, a[k] and b[half - 1 - k] pair up so that the minima are the `half` smallest and the maxima
-// the `half` largest of both runs; the median is the centre, held between the largest minimum and the smallest maximum.
+// With half = mask / 2, the window of an output is a centre and two runs of `half` elements, and the run before one
+// centre is the run after another: every run is sorted once. Sorted ascending, a[k] and b[half - 1 - k] pair up so that
+// the minima are the `half` smallest and the maxima the `half` largest of both runs; the median is the centre, held
+// between the largest minimum and the smallest maximum.
 
 constexpr int kListMask = 33;
 constexpr int kListHalf = kListMask / 2;
