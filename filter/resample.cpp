@@ -82,21 +82,42 @@ VEK_INLINE VekStatus sampleUp(const T* src, int srcLen, T* dst, int* dstLen, int
 
 // ---- down -----------------------------------------------------------------------------------------------------------
 
+template <class W>
+VEK_INLINE __m128i loadHalf(const W* p) {
+  return _mm_loadu_si128((const __m128i_u*)p);
+}
+
+// Every other word of two packs, from the first (Phase 0) or the second.
+template <int Phase, class W>
+VEK_INLINE Pack<W> everyOther(const W* s) {
+  constexpr int lanes = Pack<W>::lanes;
+  if constexpr (Pack<W>::regs == 1) {
+    // Loads put the halves where the one shuffle that works within halves wants them.
+    const auto halves = [](const W* p) VEK_LAMBDA { return joinHalves(loadHalf(p), loadHalf(p + lanes)); };
+    const __m256i x = halves(s), y = halves(s + lanes / 2);
+    if constexpr (sizeof(W) == 4) {
+      return {{regCast<typename Pack<W>::Reg>(_mm256_shuffle_ps((__m256)x, (__m256)y, Phase == 0 ? 0x88 : 0xDD))}};
+    } else {
+      return {{regCast<typename Pack<W>::Reg>(Phase == 0 ? unpackLow<8>(x, y) : unpackHigh<8>(x, y))}};
+    }
+  } else {
+    const Two<W> t = deinterleave(load(s), load(s + lanes));
+    return Phase == 0 ? t.a : t.b;
+  }
+}
+
 // Whole periods only: the packs that are read end with the last period that lies inside the source.
-template <int Factor, class W>
-VEK_INLINE ptrdiff_t gatherPacks(const W* src, ptrdiff_t srcLen, W* dst, int phase) {
+template <int Factor, int Phase, class W>
+VEK_NOINLINE ptrdiff_t gatherPacks(const W* src, ptrdiff_t srcLen, W* dst) {
   constexpr int lanes = Pack<W>::lanes;
   ptrdiff_t k = 0;
   for (; (k + lanes) * Factor <= srcLen; k += lanes) {
     if constexpr (Factor == 2) {
-      const Two<W> t = deinterleave(load(src + k * 2), load(src + k * 2 + lanes));
-      store(dst + k, phase == 0 ? t.a : t.b);
+      store(dst + k, everyOther<Phase>(src + k * 2));
     } else {
       const W* s = src + k * 4;
-      const Two<W> low = deinterleave(load(s), load(s + lanes)),
-                   high = deinterleave(load(s + 2 * lanes), load(s + 3 * lanes));
-      const Two<W> t = phase & 1 ? deinterleave(low.b, high.b) : deinterleave(low.a, high.a);
-      store(dst + k, phase & 2 ? t.b : t.a);
+      const Two<W> t = deinterleave(everyOther<Phase % 2>(s), everyOther<Phase % 2>(s + 2 * lanes));
+      store(dst + k, Phase / 2 == 0 ? t.a : t.b);
     }
   }
   return k;
@@ -105,12 +126,12 @@ VEK_INLINE ptrdiff_t gatherPacks(const W* src, ptrdiff_t srcLen, W* dst, int pha
 template <class W>
 VEK_INLINE void pick(const W* src, ptrdiff_t srcLen, W* dst, ptrdiff_t count, int factor, int phase) {
   ptrdiff_t k = 0;
-  if (factor == 2) k = phase == 0 ? gatherPacks<2>(src, srcLen, dst, 0) : gatherPacks<2>(src, srcLen, dst, 1);
+  if (factor == 2) k = phase == 0 ? gatherPacks<2, 0>(src, srcLen, dst) : gatherPacks<2, 1>(src, srcLen, dst);
   if (factor == 4) {
-    k = phase == 0   ? gatherPacks<4>(src, srcLen, dst, 0)
-        : phase == 1 ? gatherPacks<4>(src, srcLen, dst, 1)
-        : phase == 2 ? gatherPacks<4>(src, srcLen, dst, 2)
-                     : gatherPacks<4>(src, srcLen, dst, 3);
+    k = phase == 0   ? gatherPacks<4, 0>(src, srcLen, dst)
+        : phase == 1 ? gatherPacks<4, 1>(src, srcLen, dst)
+        : phase == 2 ? gatherPacks<4, 2>(src, srcLen, dst)
+                     : gatherPacks<4, 3>(src, srcLen, dst);
   }
   for (; k < count; ++k) dst[k] = src[k * factor + phase];
 }

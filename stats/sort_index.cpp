@@ -241,11 +241,10 @@ VEK_NOINLINE void sortPairs(T* v, int* index, ptrdiff_t n, int places) {
   Range r = wholeRange(v, n);
   if (r.least == r.most) return;
   for (;;) {
-    bool more = !sortAtOnce(v, index, r, places);
-    if (more) {
-      const int32_t pivot = choosePivot(v, r);
+    bool more = false;
+    int32_t pivot;
+    if (!sortAtOnce(v, index, r, places) && choosePivot(v, r, pivot))
       more = continueWith(r, partitionPairs(v + r.first, index + r.first, r.size, pivot), pivot, stack);
-    }
     if (more) continue;
     do {
       if (stack.count == 0) return;

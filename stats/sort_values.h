@@ -40,12 +40,11 @@ VEK_NOINLINE void sortKeys(T* v, ptrdiff_t n) {
   Range r = wholeRange(v, n);
   if (r.least == r.most) return;
   for (;;) {
-    bool more = true;
+    bool more = false;
+    int32_t pivot;
     if (r.size <= shortest) {
       sortShort(v + r.first, r.size);
-      more = false;
-    } else {
-      const int32_t pivot = choosePivot(v, r);
+    } else if (choosePivot(v, r, pivot)) {
       more = continueWith(r, partition(v + r.first, r.size, T(pivot)), pivot, stack);
     }
     if (more) continue;
