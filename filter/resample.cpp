@@ -47,7 +47,8 @@ template <int Factor, int Phase, class W>
 VEK_NOINLINE ptrdiff_t spreadAll(const W* src, ptrdiff_t n, W* dst) {
   constexpr int lanes = Pack<W>::lanes;
   ptrdiff_t i = 0;
-  for (; i + lanes <= n; i += lanes) spread<Factor>(dst + i * Factor, load(src + i), Phase);
+#pragma GCC unroll 4
+  for (; i <= n - lanes; i += lanes) spread<Factor>(dst + i * Factor, load(src + i), Phase);
   return i;
 }
 
@@ -82,24 +83,19 @@ VEK_INLINE VekStatus sampleUp(const T* src, int srcLen, T* dst, int* dstLen, int
 
 // ---- down -----------------------------------------------------------------------------------------------------------
 
-template <class W>
-VEK_INLINE __m128i loadHalf(const W* p) {
-  return _mm_loadu_si128((const __m128i_u*)p);
-}
-
 // Every other word of two packs, from the first (Phase 0) or the second.
 template <int Phase, class W>
 VEK_INLINE Pack<W> everyOther(const W* s) {
   constexpr int lanes = Pack<W>::lanes;
   if constexpr (Pack<W>::regs == 1) {
-    // Loads put the halves where the one shuffle that works within halves wants them.
-    const auto halves = [](const W* p) VEK_LAMBDA { return joinHalves(loadHalf(p), loadHalf(p + lanes)); };
-    const __m256i x = halves(s), y = halves(s + lanes / 2);
+    const __m256i x = whole(load(s)), y = whole(load(s + lanes));
+    __m256i z;
     if constexpr (sizeof(W) == 4) {
-      return {{regCast<typename Pack<W>::Reg>(_mm256_shuffle_ps((__m256)x, (__m256)y, Phase == 0 ? 0x88 : 0xDD))}};
+      z = (__m256i)_mm256_shuffle_ps((__m256)x, (__m256)y, Phase == 0 ? 0x88 : 0xDD);
     } else {
-      return {{regCast<typename Pack<W>::Reg>(Phase == 0 ? unpackLow<8>(x, y) : unpackHigh<8>(x, y))}};
+      z = Phase == 0 ? unpackLow<8>(x, y) : unpackHigh<8>(x, y);
     }
+    return {{regCast<typename Pack<W>::Reg>(_mm256_permute4x64_epi64(z, 0xD8))}};
   } else {
     const Two<W> t = deinterleave(load(s), load(s + lanes));
     return Phase == 0 ? t.a : t.b;
@@ -110,8 +106,10 @@ VEK_INLINE Pack<W> everyOther(const W* s) {
 template <int Factor, int Phase, class W>
 VEK_NOINLINE ptrdiff_t gatherPacks(const W* src, ptrdiff_t srcLen, W* dst) {
   constexpr int lanes = Pack<W>::lanes;
+  const ptrdiff_t last = srcLen / Factor - lanes;
   ptrdiff_t k = 0;
-  for (; (k + lanes) * Factor <= srcLen; k += lanes) {
+#pragma GCC unroll 4
+  for (; k <= last; k += lanes) {
     if constexpr (Factor == 2) {
       store(dst + k, everyOther<Phase>(src + k * 2));
     } else {

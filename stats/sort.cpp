@@ -9,9 +9,13 @@ namespace {
 
 // ---- bytes ----------------------------------------------------------------------------------------------------------
 
+// Counters of a table and room, so that no two tables lie a multiple of 4 KiB apart: stores would seem to hit the next
+// table's loads.
+constexpr int kCountRow = 256 + 16;
+
 // Eight tables take turns, so that runs of one value do not wait for the store of the last count. The first becomes
 // their sum.
-VEK_INLINE void countBytes(const uint8_t* v, ptrdiff_t n, uint32_t (&count)[8][256]) {
+VEK_INLINE void countBytes(const uint8_t* v, ptrdiff_t n, uint32_t (&count)[8][kCountRow]) {
   ptrdiff_t i = 0;
   for (; i + 8 <= n; i += 8) {
     uint64_t x;
@@ -41,7 +45,7 @@ VEK_INLINE uint8_t* fillRun(uint8_t* to, ptrdiff_t run, uint8_t value, const uin
 }
 
 VEK_NOINLINE void sortByCounting(uint8_t* v, ptrdiff_t n, bool descending) {
-  alignas(32) uint32_t count[8][256] = {};
+  alignas(32) uint32_t count[8][kCountRow] = {};
   countBytes(v, n, count);
   uint8_t* to = v;
   for (int k = 0; k < 256; ++k) {

@@ -115,6 +115,7 @@ VEK_INLINE bool continueWith(Range& r, ptrdiff_t below, int32_t pivot, RangeStac
   return large.size > 1;
 }
 
+// All n keys, with their true bounds.
 template <class T>
 VEK_INLINE Range wholeRange(const T* v, ptrdiff_t n) {
   int32_t least = int32_t(v[0]), most = least;

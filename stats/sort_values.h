@@ -36,9 +36,9 @@ template <class T>
 VEK_NOINLINE void sortKeys(T* v, ptrdiff_t n) {
   constexpr ptrdiff_t shortest = kNetworkSize<int32_t>;
   if (n <= shortest) return sortShort(v, n);
+  constexpr int32_t least = int32_t(UnsignedOf<int32_t>(-1) << (8 * sizeof(T) - 1));
   RangeStack stack;
-  Range r = wholeRange(v, n);
-  if (r.least == r.most) return;
+  Range r = {0, n, least, ~least, 0};
   for (;;) {
     bool more = false;
     int32_t pivot;
