@@ -38,7 +38,11 @@ void rowsOf(const std::string& type, VekStatus (*sort)(T*, int), double low, dou
     std::sort(a.data(), a.data() + n);
     return a;
   });
-  row<T>("sort_" + type + "_few", sort, [](size_t n) { return uniform<T>(n, 0, 8); });
+  row<T>("sort_" + type + "_few", sort, [](size_t n) {
+    Array<T> a = uniform<T>(n, 0, 8);
+    for (size_t i = 0; i < n; ++i) a[i] = T(int(a[i]));
+    return a;
+  });
 }
 
 template <class T>

@@ -19,8 +19,7 @@ VEK_INLINE void sortTwo(Pack<T>& a, Pack<T>& b) {
 // A float's bits to an integer of the same order, -0 below +0 and NaNs outside the infinities; its own inverse.
 VEK_INLINE Pack<int32_t> floatOrder(Pack<int32_t> x) { return x ^ bits<int32_t>(bits<uint32_t>(x >> 31) >> 1); }
 
-// ---- masks up to 9: the window in registers
-// -----------------------------------------------------------------------------
+// ---- masks up to 9: the window in registers -------------------------------------------------------------------------
 
 template <class T>
 VEK_INLINE Pack<T> medianOf3(Pack<T> a, Pack<T> b, Pack<T> c) {
@@ -155,11 +154,11 @@ VEK_NOINLINE void slideNetwork(const T* window, T* dst, ptrdiff_t n) {
   copyShort(dst, out, n * ptrdiff_t(sizeof(T)));
 }
 
-// ---- masks up to 33: sorted halves that windows share
-// -------------------------------------------------------------------- With half = mask / 2, the window of an output is
-// a centre and two runs of `half` elements, and the run before one centre is the run after another: every run is sorted
-// once. Sorted ascending, a[k] and b[half - 1 - k] pair up so that the minima are the `half` smallest and the maxima
-// the `half` largest of both runs; the median is the centre, held between the largest minimum and the smallest maximum.
+// ---- masks up to 33: sorted halves that windows share ---------------------------------------------------------------
+// With half = mask / 2, the window of an output is a centre and two runs of `half` elements, and the run before one
+// centre is the run after another: every run is sorted once. Sorted ascending, a[k] and b[half - 1 - k] pair up so that
+// the minima are the `half` smallest and the maxima the `half` largest of both runs; the median is the centre, held
+// between the largest minimum and the smallest maximum.
 
 constexpr int kListMask = 33;
 constexpr int kListHalf = kListMask / 2;
