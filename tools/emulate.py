@@ -22,8 +22,8 @@ MODELS = [
     ("SandyBridge", "e9"),
     ("Haswell,-avx2", "e9"),
     ("Haswell,-xsave", "y8"),
-    ("Haswell,vendor=GenuineOrvel", "l9"),
     ("Haswell", "l9"),
+    ("Haswell,vendor=GenuineOrvel", "l9"),
 ]
 WHOLE_SUITE = {"mx", "m7", "u8", "n8", "y8", "e9", "l9"}
 
