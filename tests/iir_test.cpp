@@ -184,6 +184,7 @@ std::vector<Filter<typename K::Coef>> filters() {
   std::vector<Filter<Coef>> all;
   for (int order : {1, 2, 3, 4, 5, 7, 8, 12, 16, 31, 32, 33, 40}) all.push_back(orderFilter<Coef>(order, 0.9, 0.37));
   for (int order : {1, 2, 4, 6, 16}) all.push_back(orderFilter<Coef>(order, 0.999, 0.4));
+  all.push_back(orderFilter<Coef>(2, 0.999, 0.004));  // next to a double pole at 1
   if constexpr (std::is_same_v<Coef, typename K::Sample>)
     for (int sections : {1, 2, 3, 4, 5, 8, 9, 17})
       for (double radius : {0.8, 0.999}) all.push_back(biquadFilter<Coef>(sections, radius));
