@@ -4,8 +4,8 @@
 // X[k] = Re(c_k V[k]) and X[N-k] = -Im(c_k V[k]). For even N = 2n, V comes from the spectrum Z of the n pairs of v:
 // with S = Z[k] + conj Z[n-k], D = (Z[k] - conj Z[n-k]) / i, P = c_k S / 2, Q = c_k exp(-2 pi i k / N) D / 2,
 //   c_k V[k] = P + Q,   c_(n-k) V[n-k] = exp(-i pi/4) conj(P - Q).
-#include "core/simd/shuffle.h"
 #include "transform/dct.h"
+#include "transform/dct_order.h"
 #include "transform/fft_small.h"
 
 namespace vek::VEK_SLOT {
@@ -14,89 +14,6 @@ namespace {
 constexpr int L = kLanes<float>;
 constexpr float kRootHalf = 0.707106781186547524f;
 constexpr float kCosEighth = 0.92387953251128675613f, kSinEighth = 0.38268343236508977173f;  // of pi/8
-
-// ---- the order of samples: evens from the front, odds from the back
-// ------------------------------------------------------
-
-void splitParity(const float* x, float* v, int64_t len) {
-  constexpr int lanes = Pack<float>::lanes;
-  int64_t i = 0;
-  for (; 2 * (i + lanes) <= len; i += lanes) {
-    const Two<float> s = deinterleave(load(x + 2 * i), load(x + 2 * i + lanes));
-    store(v + i, s.a);
-    store(v + len - i - lanes, reverse(s.b));
-  }
-  for (; 2 * i < len; ++i) {
-    v[i] = x[2 * i];
-    if (2 * i + 1 < len) v[len - 1 - i] = x[2 * i + 1];
-  }
-}
-void mergeParity(const float* v, float* x, int64_t len) {
-  constexpr int lanes = Pack<float>::lanes;
-  int64_t i = 0;
-  for (; 2 * (i + lanes) <= len; i += lanes) {
-    const Two<float> s = interleave(load(v + i), reverse(load(v + len - i - lanes)));
-    store(x + 2 * i, s.a);
-    store(x + 2 * i + lanes, s.b);
-  }
-  for (; 2 * i < len; ++i) {
-    x[2 * i] = v[i];
-    if (2 * i + 1 < len) x[2 * i + 1] = v[len - 1 - i];
-  }
-}
-
-// In place, for long powers of two: first inside chunks, then whole blocks move along the cycles of the permutation.
-constexpr int kBlock = 1024;
-
-struct BlockCycles {
-  uint64_t done[1 << 11];  // a bit for each block of the longest transform
-  alignas(64) float held[kBlock];
-};
-
-// x[block b] = x[block from(b)] for all b.
-template <class F>
-VEK_INLINE void permuteBlocks(float* x, int64_t blocks, F from) {
-  BlockCycles c;
-  __builtin_memset(c.done, 0, sizeof c.done);
-  for (int64_t start = 0; start < blocks; ++start) {
-    if (c.done[start >> 6] >> (start & 63) & 1) continue;
-    __builtin_memcpy(c.held, x + start * kBlock, sizeof c.held);
-    int64_t hole = start;
-    for (;;) {
-      c.done[hole >> 6] |= uint64_t(1) << (hole & 63);
-      const int64_t next = from(hole);
-      if (next == start) break;
-      __builtin_memcpy(x + hole * kBlock, x + next * kBlock, sizeof c.held);
-      hole = next;
-    }
-    __builtin_memcpy(x + hole * kBlock, c.held, sizeof c.held);
-  }
-}
-
-VEK_NOINLINE void splitChunks(float* x, int64_t len) {
-  alignas(64) float chunk[2 * kBlock];
-  for (int64_t i = 0; i < len; i += 2 * kBlock) {
-    splitParity(x + i, chunk, 2 * kBlock);
-    __builtin_memcpy(x + i, chunk, sizeof chunk);
-  }
-}
-VEK_NOINLINE void mergeChunks(float* x, int64_t len) {
-  alignas(64) float chunk[2 * kBlock];
-  for (int64_t i = 0; i < len; i += 2 * kBlock) {
-    mergeParity(x + i, chunk, 2 * kBlock);
-    __builtin_memcpy(x + i, chunk, sizeof chunk);
-  }
-}
-VEK_NOINLINE void splitParityInPlace(float* x, int64_t len) {
-  const int64_t blocks = len / kBlock;
-  splitChunks(x, len);
-  permuteBlocks(x, blocks, [=](int64_t b) VEK_LAMBDA { return 2 * b < blocks ? 2 * b : 2 * (blocks - 1 - b) + 1; });
-}
-VEK_NOINLINE void mergeParityInPlace(float* x, int64_t len) {
-  const int64_t blocks = len / kBlock;
-  permuteBlocks(x, blocks, [=](int64_t b) VEK_LAMBDA { return b % 2 == 0 ? b / 2 : blocks - 1 - b / 2; });
-  mergeChunks(x, len);
-}
 
 // ---- the roots that turn Z into coefficients
 // ------------------------------------------------------------------------------
