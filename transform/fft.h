@@ -16,6 +16,7 @@ namespace vek::VEK_SLOT {
 // spectrum of N elements: bin 0, bin N/2, then (re, im) of bins 1 .. N/2-1. Complex data has N bins in natural order.
 enum FftKind : int32_t { kFftReal32 = 6, kFftReal64 = 7, kFftComplex32 = 8, kFftComplex64 = 9 };
 
+namespace {  // clang would give the specialisations a symbol in every file
 template <class T>
 constexpr FftKind kFftKindOf = kFftReal32;
 template <>
@@ -24,6 +25,7 @@ template <>
 constexpr FftKind kFftKindOf<Vek32fc> = kFftComplex32;
 template <>
 constexpr FftKind kFftKindOf<Vek64fc> = kFftComplex64;
+}  // namespace
 
 // Which direction is multiplied by what.
 enum FftNorm : int {
