@@ -78,19 +78,6 @@ VEK_NOINLINE void medianBlockBits(float* d, const float* s) {
   store(d, bits<float>(floatOrder(medianOf<M>(v))));
 }
 
-// Lanes where either float is a NaN.
-template <class T>
-VEK_INLINE Mask<T> unordered(Pack<T> a, Pack<T> b) {
-  return each<Mask<T>>([&](int i) VEK_LAMBDA {
-    using Reg = typename Mask<T>::Reg;
-    if constexpr (sizeof(Reg) == 32) {
-      return regCast<Reg>(_mm256_cmp_ps((__m256)a.r[i], (__m256)b.r[i], _CMP_UNORD_Q));
-    } else {
-      return regCast<Reg>(_mm_cmpunord_ps((__m128)a.r[i], (__m128)b.r[i]));
-    }
-  });
-}
-
 // True if no float that N packs of outputs read is a NaN or -0: all others keep the order of integers under the minimum
 // and maximum of floats.
 template <int N, int M>

@@ -163,6 +163,13 @@ VEK_NOINLINE ptrdiff_t partitionBuffered(T* v, ptrdiff_t n, T pivot) {
   return to.low - v;
 }
 
+// N elements, whole packs: compilers turn a memcpy of this size into a string instruction, which starts slowly.
+template <ptrdiff_t N, class T>
+VEK_INLINE void copyPacks(T* to, const T* from) {
+#pragma GCC unroll 4
+  for (ptrdiff_t i = 0; i < N; i += Pack<T>::lanes) store(to + i, load(from + i));
+}
+
 // Longer ranges: a chunk from each end is set aside; then chunks are read from the end with less room between its write
 // and its read position. There are two chunks of room in all, so the other end has one at least, and a chunk's elements
 // fit wherever they belong.
@@ -170,8 +177,8 @@ template <class T>
 VEK_NOINLINE ptrdiff_t partitionChunks(T* v, ptrdiff_t n, T pivot) {
   constexpr ptrdiff_t chunk = kSplitBytes / 4 / ptrdiff_t(sizeof(T));
   alignas(64) T aside[3 * chunk];
-  __builtin_memcpy(aside, v, chunk * sizeof(T));
-  __builtin_memcpy(aside + chunk, v + n - chunk, chunk * sizeof(T));
+  copyPacks<chunk>(aside, v);
+  copyPacks<chunk>(aside + chunk, v + n - chunk);
   Sides<T> to = {v, v + n};
   T *first = v + chunk, *last = v + n - chunk;
   while (last - first >= chunk) {

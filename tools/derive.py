@@ -209,16 +209,30 @@ TYPE_TOKENS = re.compile(r"^(?:64f|64fc)?(?:(?:1u|8u|8s|16u|16s|16f|16sc|24u|24s
 def span_name(f):
     """veksThreshold_LTVal_32f_I is thresholdLTVal: the types and whether it works in place are in the arguments."""
     words = [w for w in f.name[4:].split("_") if not TYPE_TOKENS.match(w)]
-    name = "".join(MODIFIERS.get(w, w) for w in words)
+    name = "".join(MODIFIERS.get(w, re.sub(r"64fc?$", "", w)) for w in words)
     head = re.match(r"^[A-Z]+(?=[A-Z][a-z]|$)|^[A-Z]", name).group(0)
     name = head.lower() + name[len(head):]
     return "bit" + name[0].upper() + name[1:] if name in OPERATOR_WORDS else name
 
 
+BITS = {"veksCopy_1u"}  # whose length counts parts of an element
+HALVES = {"Low": "({0} + 1) / 2", "High": "{0} / 2"}  # the bands of the Haar step, by the length of the whole
+SAME_TYPE = {"Vek16f": "Vek16u", "VekRoundMode": "int", "VekCompareOp": "int", "VekHintAlgorithm": "int"}
+
+
+def span_length(f, arrays, span):
+    whole = [a for a in arrays if not a.name.endswith(tuple(HALVES))]
+    if len(whole) == len(arrays):
+        return f"detail::len({', '.join(map(span, arrays))})"
+    size = f"{span(whole[0])}.size()"
+    fits = [f"{span(a)}.size() == {half.format(size)}" for a in arrays for end, half in HALVES.items() if a.name.endswith(end)]
+    return f"{' && '.join(fits)} ? detail::len({span(whole[0])}) : 0"
+
+
 def span_overload(f):
     """The overload of one function, or None where a span says nothing that the prototype does not."""
     arrays = [p for p in f.parameters if p.is_array]
-    if not arrays or f.result != "VekStatus" or [p.name for p in f.parameters].count("len") != 1:
+    if f.name in BITS or not arrays or f.result != "VekStatus" or [p.name for p in f.parameters].count("len") != 1:
         return None
     if any(p.name.startswith("pp") or p.is_optional or p.name.endswith("Buffer") for p in f.parameters):
         return None
@@ -227,13 +241,13 @@ def span_overload(f):
     span = lambda p: p.name[1].lower() + p.name[2:]
     for p in f.parameters:
         if p.name == "len":
-            passed.append(f"len({', '.join(map(span, arrays))})")
+            passed.append(span_length(f, arrays, span))
         elif p.is_array:
             element = p.type.rstrip("* ").replace("const ", "")
             pointer = f"{span(p)}.data()"
             if packed and element == "Vek8u":
                 element = "Vek" + packed[0]
-                pointer = f"bytes({pointer})"
+                pointer = f"detail::bytes({pointer})"
             shown.append(f"std::span<{'const ' if 'const' in p.type else ''}{element}> {span(p)}")
             passed.append(pointer)
         else:
@@ -248,13 +262,16 @@ def spans(functions):
         overload = span_overload(f)
         if overload:
             shown, passed = overload
-            key = (span_name(f), re.sub(r" \w+(, |$)", r"\1", shown))
+            types = re.sub(r" \w+(, |$)", r"\1", shown)
+            key = (span_name(f), re.sub(r"\w+", lambda m: SAME_TYPE.get(m[0], m[0]), types))
             seen.setdefault(key, []).append(f)
             rows.append((f, key, shown, passed))
     lines = [HEAD.rstrip() + """
 //
 // One overload a function on std::span: the arrays carry their own lengths, which have to agree, and the element types
-// choose the function. Where two functions take the same types the type tokens stay in the name.
+// choose the function. Where two functions take the same types the type tokens stay in the name. Arrays that do not
+// fit each other, empty ones and those of more than INT_MAX elements are refused: with vekStsSizeErr unless the function
+// finds another fault first.
 // clang-format off
 #ifndef VEK_SPANS_HPP
 #define VEK_SPANS_HPP
@@ -270,7 +287,7 @@ namespace vek {
 
 namespace detail {
 
-// The common length, or 0, which every function refuses with vekStsSizeErr.
+// The common length, or 0, which every function refuses.
 template <class First, class... Rest>
 constexpr int len(const First& first, const Rest&... rest) {
   return first.size() <= INT_MAX && ((rest.size() == first.size()) && ... && true) ? int(first.size()) : 0;
@@ -284,7 +301,6 @@ inline Vek8u* bytes(void* p) { return static_cast<Vek8u*>(p); }
         name = key[0]
         if len(seen[key]) > 1:
             name += "_" + "".join(w for w in f.name.split("_") if TYPE_TOKENS.match(w))
-        passed = re.sub(r"\b(len|bytes)\(", r"detail::\1(", passed)
         lines.append(f"inline Result {name}({shown}) {{ return {f.name}({passed}); }}")
     lines.append("\n}  // namespace vek\n\n#endif\n")
     return "\n".join(lines)

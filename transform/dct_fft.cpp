@@ -46,10 +46,10 @@ void mergeParity(const float* v, float* x, int64_t len) {
 }
 
 // In place, for long powers of two: first inside chunks, then whole blocks move along the cycles of the permutation.
-constexpr int kBlock = 2048;
+constexpr int kBlock = 1024;
 
 struct BlockCycles {
-  uint64_t done[1 << 10];
+  uint64_t done[1 << 11];  // a bit for each block of the longest transform
   alignas(64) float held[kBlock];
 };
 
@@ -463,6 +463,19 @@ void inverseChirp(const float* x, float* y, const DctSpec* spec, Vek32fc* work) 
   mergeParity(z, y, len);
 }
 
+// 4N roots; the table of roots ends at 2^28, the longest transform takes the last bit apart. Its own function, so that
+// the roots leave the stack to the Fourier transform's.
+VEK_NOINLINE void makePow2Turns(DctSpec* spec, int order) {
+  const int bits = order + 2, extra = bits > 28 ? bits - 28 : 0;
+  const double unit = kTwoPi / double(int64_t(1) << bits);
+  const Roots roots(bits - extra);
+  const Root halfStep = {cos(unit), -sin(unit)};
+  makeTurns(spec->table, spec->len / 4, spec->len >= kTwoLevelLen, spec->acScale, [&](int64_t j) {
+    const Root r = roots(j >> extra);
+    return extra != 0 && (j & 1) ? r * halfStep : r;
+  });
+}
+
 uint8_t* align64(uint8_t* p) { return p + (-reinterpret_cast<uintptr_t>(p) & 63); }
 
 }  // namespace
@@ -494,14 +507,7 @@ void buildPow2(DctSpec* spec) {
     next = spec->fft->tableEnd;
   }
   spec->table = reinterpret_cast<float*>(align64(next));
-  // 4N roots; the table of roots ends at 2^28, the longest transform takes the last bit apart.
-  const int bits = order + 2, extra = bits > 28 ? bits - 28 : 0;
-  const Roots roots(bits - extra);
-  const Root halfStep = {cos(kTwoPi / double(int64_t(1) << bits)), -sin(kTwoPi / double(int64_t(1) << bits))};
-  makeTurns(spec->table, spec->len / 4, spec->len >= kTwoLevelLen, spec->acScale, [&](int64_t j) {
-    const Root r = roots(j >> extra);
-    return extra != 0 && (j & 1) ? r * halfStep : r;
-  });
+  makePow2Turns(spec, order);
 }
 
 int64_t chirpPoints(int len) {

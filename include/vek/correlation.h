@@ -3,11 +3,11 @@
  * @file
  * Linear convolution, cross-correlation and autocorrelation of whole vectors.
  *
- * Each call sums directly or, where that is faster, goes through the transform; the points of change are fixed and alike
- * in every slot. Sums are formed in single precision. Class: rounded on the direct paths, where a result of n products
- * is within about n * 2^-24 * S of the exact one, S being the sum of the products' magnitudes, and where a NaN or
- * infinity reaches exactly the results whose sums contain it. Class transform on the others: the error is relative to
- * the largest results, and a non-finite element spoils every result of its block.
+ * Each call sums directly or, where that is faster, goes through the transform; the points of change are fixed and
+ * alike in every slot. Sums are formed in single precision. Class: rounded on the direct paths, where a result of n
+ * products is within about n * 2^-24 * S of the exact one, S being the sum of the products' magnitudes, and where a NaN
+ * or infinity reaches exactly the results whose sums contain it. Class transform on the others: the error is relative
+ * to the largest results, and a non-finite element spoils every result of its block.
  *
  * The transform paths take memory for the duration of the call and return #vekStsMemAllocErr without it; the direct
  * paths take none. Destinations overlap no source.
@@ -35,8 +35,9 @@ extern "C" {
 VEK_API VekStatus veksConv_32f(const Vek32f* pSrc1, int src1Len, const Vek32f* pSrc2, int src2Len, Vek32f* pDst);
 
 /**
- * A stretch of the convolution: pDst[n] = sum over k of pSrc1[k] * pSrc2[n + bias - k], n = 0 .. dstLen-1, terms outside
- * the sources being zero. The bias may be negative. The paths of veksConv_32f() apply to the results that have terms.
+ * A stretch of the convolution: pDst[n] = sum over k of pSrc1[k] * pSrc2[n + bias - k], n = 0 .. dstLen-1, terms
+ * outside the sources being zero. The bias may be negative. The paths of veksConv_32f() apply to the results that have
+ * terms.
  *
  * @return #vekStsNullPtrErr for a null pointer, then #vekStsSizeErr for a length below 1; #vekStsMemAllocErr
  */
@@ -49,8 +50,8 @@ VEK_API VekStatus veksConvBiased_32f(const Vek32f* pSrc1, int src1Len, const Vek
  * exist. Lags below -(src1Len-1) and from src2Len up have none and give 0.
  *
  * With m lags that overlap, through the transform where min(src1Len, src2Len) * m / max(src1Len, src2Len), formed in
- * single precision and its fraction dropped, is above 383; there block by block where the longer source has at least three
- * times the elements of the shorter and the first lag lies within the shorter.
+ * single precision and its fraction dropped, is above 383; there block by block where the longer source has at least
+ * three times the elements of the shorter and the first lag lies within the shorter.
  *
  * @return #vekStsNullPtrErr for a null pointer, then #vekStsSizeErr for a length below 1; #vekStsMemAllocErr
  * @{
@@ -63,8 +64,8 @@ VEK_API VekStatus veksCrossCorr_32fc(const Vek32fc* pSrc1, int src1Len, const Ve
 
 /**
  * @name Autocorrelation
- * pDst[k] = sum over n of conj(pSrc[n]) * pSrc[n+k], k = 0 .. dstLen-1; lags from srcLen up give 0. NormA multiplies each
- * result by the single-precision reciprocal of srcLen, NormB divides it by srcLen - k, the number of its products.
+ * pDst[k] = sum over n of conj(pSrc[n]) * pSrc[n+k], k = 0 .. dstLen-1; lags from srcLen up give 0. NormA multiplies
+ * each result by the single-precision reciprocal of srcLen, NormB divides it by srcLen - k, the number of its products.
  *
  * Through the transform from min(srcLen, dstLen) = 600 up, real and complex alike.
  *

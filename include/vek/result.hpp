@@ -28,10 +28,10 @@ class [[nodiscard]] Result {
   constexpr bool warns() const noexcept { return status_ > vekStsNoErr; }
   constexpr VekStatus status() const noexcept { return status_; }
   const char* text() const noexcept { return vekGetStatusString(status_); }
-  /** Throws Error for an error; hands a warning or success on. */
-  Result orThrow() const {
+  /** Throws Error for an error; returns the status of success or of a warning. */
+  VekStatus orThrow() const {
     if (status_ < vekStsNoErr) throw Error(status_);
-    return *this;
+    return status_;
   }
 
  private:

@@ -2,7 +2,9 @@
 // Derived from the public prototypes by tools/derive.py; edits are lost.
 //
 // One overload a function on std::span: the arrays carry their own lengths, which have to agree, and the element types
-// choose the function. Where two functions take the same types the type tokens stay in the name.
+// choose the function. Where two functions take the same types the type tokens stay in the name. Arrays that do not
+// fit each other, empty ones and those of more than INT_MAX elements are refused: with vekStsSizeErr unless the function
+// finds another fault first.
 // clang-format off
 #ifndef VEK_SPANS_HPP
 #define VEK_SPANS_HPP
@@ -18,7 +20,7 @@ namespace vek {
 
 namespace detail {
 
-// The common length, or 0, which every function refuses with vekStsSizeErr.
+// The common length, or 0, which every function refuses.
 template <class First, class... Rest>
 constexpr int len(const First& first, const Rest&... rest) {
   return first.size() <= INT_MAX && ((rest.size() == first.size()) && ... && true) ? int(first.size()) : 0;
@@ -39,7 +41,6 @@ inline Result copy(std::span<const Vek32sc> src, std::span<Vek32sc> dst) { retur
 inline Result copy(std::span<const Vek32fc> src, std::span<Vek32fc> dst) { return veksCopy_32fc(src.data(), dst.data(), detail::len(src, dst)); }
 inline Result copy(std::span<const Vek64sc> src, std::span<Vek64sc> dst) { return veksCopy_64sc(src.data(), dst.data(), detail::len(src, dst)); }
 inline Result copy(std::span<const Vek64fc> src, std::span<Vek64fc> dst) { return veksCopy_64fc(src.data(), dst.data(), detail::len(src, dst)); }
-inline Result copy(std::span<const Vek8u> src, int srcBitOffset, std::span<Vek8u> dst, int dstBitOffset) { return veksCopy_1u(src.data(), srcBitOffset, dst.data(), dstBitOffset, detail::len(src, dst)); }
 inline Result move(std::span<const Vek8u> src, std::span<Vek8u> dst) { return veksMove_8u(src.data(), dst.data(), detail::len(src, dst)); }
 inline Result move(std::span<const Vek16s> src, std::span<Vek16s> dst) { return veksMove_16s(src.data(), dst.data(), detail::len(src, dst)); }
 inline Result move(std::span<const Vek32s> src, std::span<Vek32s> dst) { return veksMove_32s(src.data(), dst.data(), detail::len(src, dst)); }
@@ -292,7 +293,7 @@ inline Result convert(std::span<const Vek24s> src, std::span<Vek32s> dst) { retu
 inline Result convert(std::span<const Vek32s> src, std::span<Vek16s> dst) { return veksConvert_32s16s(src.data(), dst.data(), detail::len(src, dst)); }
 inline Result convert(std::span<const Vek8u> src, std::span<Vek32f> dst) { return veksConvert_8u32f(src.data(), dst.data(), detail::len(src, dst)); }
 inline Result convert(std::span<const Vek8s> src, std::span<Vek32f> dst) { return veksConvert_8s32f(src.data(), dst.data(), detail::len(src, dst)); }
-inline Result convert(std::span<const Vek16u> src, std::span<Vek32f> dst) { return veksConvert_16u32f(src.data(), dst.data(), detail::len(src, dst)); }
+inline Result convert_16u32f(std::span<const Vek16u> src, std::span<Vek32f> dst) { return veksConvert_16u32f(src.data(), dst.data(), detail::len(src, dst)); }
 inline Result convert(std::span<const Vek16s> src, std::span<Vek32f> dst) { return veksConvert_16s32f(src.data(), dst.data(), detail::len(src, dst)); }
 inline Result convert(std::span<const Vek24u> src, std::span<Vek32f> dst) { return veksConvert_24u32f(detail::bytes(src.data()), dst.data(), detail::len(src, dst)); }
 inline Result convert(std::span<const Vek24s> src, std::span<Vek32f> dst) { return veksConvert_24s32f(detail::bytes(src.data()), dst.data(), detail::len(src, dst)); }
@@ -316,7 +317,7 @@ inline Result convert(std::span<const Vek32f> src, std::span<Vek32s> dst, VekRou
 inline Result convert(std::span<const Vek64f> src, std::span<Vek32s> dst, VekRoundMode rndMode, int scaleFactor) { return veksConvert_64f32s_Sfs(src.data(), dst.data(), detail::len(src, dst), rndMode, scaleFactor); }
 inline Result convert(std::span<const Vek32f> src, std::span<Vek24s> dst, int scaleFactor) { return veksConvert_32f24s_Sfs(src.data(), detail::bytes(dst.data()), detail::len(src, dst), scaleFactor); }
 inline Result convert(std::span<const Vek32f> src, std::span<Vek24u> dst, int scaleFactor) { return veksConvert_32f24u_Sfs(src.data(), detail::bytes(dst.data()), detail::len(src, dst), scaleFactor); }
-inline Result convert(std::span<const Vek16f> src, std::span<Vek32f> dst) { return veksConvert_16f32f(src.data(), dst.data(), detail::len(src, dst)); }
+inline Result convert_16f32f(std::span<const Vek16f> src, std::span<Vek32f> dst) { return veksConvert_16f32f(src.data(), dst.data(), detail::len(src, dst)); }
 inline Result convert(std::span<const Vek16f> src, std::span<Vek16s> dst, VekRoundMode rndMode, int scaleFactor) { return veksConvert_16f16s_Sfs(src.data(), dst.data(), detail::len(src, dst), rndMode, scaleFactor); }
 inline Result convert(std::span<const Vek32f> src, std::span<Vek16f> dst, VekRoundMode rndMode) { return veksConvert_32f16f(src.data(), dst.data(), detail::len(src, dst), rndMode); }
 inline Result convert(std::span<const Vek16s> src, std::span<Vek16f> dst, VekRoundMode rndMode) { return veksConvert_16s16f(src.data(), dst.data(), detail::len(src, dst), rndMode); }
@@ -489,10 +490,10 @@ inline Result iir(std::span<const Vek32f> src, std::span<Vek32f> dst, VeksIIRSta
 inline Result iir(std::span<Vek32f> srcDst, VeksIIRState_32f* pState) { return veksIIR_32f_I(srcDst.data(), detail::len(srcDst), pState); }
 inline Result iir(std::span<const Vek32fc> src, std::span<Vek32fc> dst, VeksIIRState_32fc* pState) { return veksIIR_32fc(src.data(), dst.data(), detail::len(src, dst), pState); }
 inline Result iir(std::span<Vek32fc> srcDst, VeksIIRState_32fc* pState) { return veksIIR_32fc_I(srcDst.data(), detail::len(srcDst), pState); }
-inline Result iIR64f(std::span<const Vek32f> src, std::span<Vek32f> dst, VeksIIRState64f_32f* pState) { return veksIIR64f_32f(src.data(), dst.data(), detail::len(src, dst), pState); }
-inline Result iIR64f(std::span<Vek32f> srcDst, VeksIIRState64f_32f* pState) { return veksIIR64f_32f_I(srcDst.data(), detail::len(srcDst), pState); }
-inline Result iIR64fc(std::span<const Vek32fc> src, std::span<Vek32fc> dst, VeksIIRState64fc_32fc* pState) { return veksIIR64fc_32fc(src.data(), dst.data(), detail::len(src, dst), pState); }
-inline Result iIR64fc(std::span<Vek32fc> srcDst, VeksIIRState64fc_32fc* pState) { return veksIIR64fc_32fc_I(srcDst.data(), detail::len(srcDst), pState); }
+inline Result iir(std::span<const Vek32f> src, std::span<Vek32f> dst, VeksIIRState64f_32f* pState) { return veksIIR64f_32f(src.data(), dst.data(), detail::len(src, dst), pState); }
+inline Result iir(std::span<Vek32f> srcDst, VeksIIRState64f_32f* pState) { return veksIIR64f_32f_I(srcDst.data(), detail::len(srcDst), pState); }
+inline Result iir(std::span<const Vek32fc> src, std::span<Vek32fc> dst, VeksIIRState64fc_32fc* pState) { return veksIIR64fc_32fc(src.data(), dst.data(), detail::len(src, dst), pState); }
+inline Result iir(std::span<Vek32fc> srcDst, VeksIIRState64fc_32fc* pState) { return veksIIR64fc_32fc_I(srcDst.data(), detail::len(srcDst), pState); }
 inline Result filterMedian(std::span<const Vek8u> src, std::span<Vek8u> dst, int maskSize) { return veksFilterMedian_8u(src.data(), dst.data(), detail::len(src, dst), maskSize); }
 inline Result filterMedian(std::span<Vek8u> srcDst, int maskSize) { return veksFilterMedian_8u_I(srcDst.data(), detail::len(srcDst), maskSize); }
 inline Result filterMedian(std::span<const Vek16s> src, std::span<Vek16s> dst, int maskSize) { return veksFilterMedian_16s(src.data(), dst.data(), detail::len(src, dst), maskSize); }
@@ -505,8 +506,8 @@ inline Result goertz(std::span<const Vek32f> src, Vek32fc* pVal, Vek32f rFreq) {
 inline Result goertz(std::span<const Vek32fc> src, Vek32fc* pVal, Vek32f rFreq) { return veksGoertz_32fc(src.data(), detail::len(src), pVal, rFreq); }
 inline Result goertzTwo(std::span<const Vek32f> src, Vek32fc* pVal, const Vek32f* rFreq) { return veksGoertzTwo_32f(src.data(), detail::len(src), pVal, rFreq); }
 inline Result goertzTwo(std::span<const Vek32fc> src, Vek32fc* pVal, const Vek32f* rFreq) { return veksGoertzTwo_32fc(src.data(), detail::len(src), pVal, rFreq); }
-inline Result haarFwd(std::span<const Vek32f> src, std::span<Vek32f> dstLow, std::span<Vek32f> dstHigh) { return veksHaarFwd_32f(src.data(), detail::len(src, dstLow, dstHigh), dstLow.data(), dstHigh.data()); }
-inline Result haarInv(std::span<const Vek32f> srcLow, std::span<const Vek32f> srcHigh, std::span<Vek32f> dst) { return veksHaarInv_32f(srcLow.data(), srcHigh.data(), dst.data(), detail::len(srcLow, srcHigh, dst)); }
+inline Result haarFwd(std::span<const Vek32f> src, std::span<Vek32f> dstLow, std::span<Vek32f> dstHigh) { return veksHaarFwd_32f(src.data(), dstLow.size() == (src.size() + 1) / 2 && dstHigh.size() == src.size() / 2 ? detail::len(src) : 0, dstLow.data(), dstHigh.data()); }
+inline Result haarInv(std::span<const Vek32f> srcLow, std::span<const Vek32f> srcHigh, std::span<Vek32f> dst) { return veksHaarInv_32f(srcLow.data(), srcHigh.data(), dst.data(), srcLow.size() == (dst.size() + 1) / 2 && srcHigh.size() == dst.size() / 2 ? detail::len(dst) : 0); }
 
 }  // namespace vek
 

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-// vek for C++20, header only: overloads on std::span (vek/spans.hpp), statuses as results or exceptions (vek/result.hpp),
-// and filter and transform states that release themselves. Every call is the C call and nothing else.
+// vek for C++20, header only: overloads on std::span (vek/spans.hpp), statuses as results or exceptions
+// (vek/result.hpp), and filter and transform states that release themselves. Every call is the C call and nothing else.
 #ifndef VEK_VEK_HPP
 #define VEK_VEK_HPP
 
 #include <memory>
 #include <span>
-#include <utility>
+#include <type_traits>
 
 #include "vek.h"
 #include "vek/result.hpp"
@@ -42,15 +42,15 @@ struct FirKind;
 template <class Tap, class Sample>
 struct IirKind;
 
-#define VEK_FIR_KIND(TAP, SAMPLE, SUFFIX)                                \
-  template <>                                                            \
-  struct FirKind<TAP, SAMPLE> {                                          \
-    using State = Handle<VeksFIRState##SUFFIX, veksFIRFree##SUFFIX>;     \
-    static constexpr auto make = veksFIRInitAlloc##SUFFIX;               \
-    static constexpr auto makeMultiRate = veksFIRMRInitAlloc##SUFFIX;    \
-    static constexpr auto run = veksFIR##SUFFIX;                         \
-    static constexpr auto runInPlace = veksFIR##SUFFIX##_I;              \
-    static constexpr auto one = veksFIROne##SUFFIX;                      \
+#define VEK_FIR_KIND(TAP, SAMPLE, SUFFIX)                             \
+  template <>                                                         \
+  struct FirKind<TAP, SAMPLE> {                                       \
+    using State = Handle<VeksFIRState##SUFFIX, veksFIRFree##SUFFIX>;  \
+    static constexpr auto make = veksFIRInitAlloc##SUFFIX;            \
+    static constexpr auto makeMultiRate = veksFIRMRInitAlloc##SUFFIX; \
+    static constexpr auto run = veksFIR##SUFFIX;                      \
+    static constexpr auto runInPlace = veksFIR##SUFFIX##_I;           \
+    static constexpr auto one = veksFIROne##SUFFIX;                   \
   };
 VEK_FIR_KIND(Vek32f, Vek32f, _32f)
 VEK_FIR_KIND(Vek32fc, Vek32fc, _32fc)
@@ -58,20 +58,30 @@ VEK_FIR_KIND(Vek64f, Vek32f, 64f_32f)
 VEK_FIR_KIND(Vek64fc, Vek32fc, 64fc_32fc)
 #undef VEK_FIR_KIND
 
-#define VEK_IIR_KIND(TAP, SAMPLE, SUFFIX)                                \
-  template <>                                                            \
-  struct IirKind<TAP, SAMPLE> {                                          \
-    using State = Handle<VeksIIRState##SUFFIX, veksIIRFree##SUFFIX>;     \
-    static constexpr auto make = veksIIRInitAlloc##SUFFIX;               \
-    static constexpr auto run = veksIIR##SUFFIX;                         \
-    static constexpr auto runInPlace = veksIIR##SUFFIX##_I;              \
-    static constexpr auto one = veksIIROne##SUFFIX;                      \
+#define VEK_IIR_KIND(TAP, SAMPLE, SUFFIX)                            \
+  template <>                                                        \
+  struct IirKind<TAP, SAMPLE> {                                      \
+    using State = Handle<VeksIIRState##SUFFIX, veksIIRFree##SUFFIX>; \
+    static constexpr auto make = veksIIRInitAlloc##SUFFIX;           \
+    static constexpr auto run = veksIIR##SUFFIX;                     \
+    static constexpr auto runInPlace = veksIIR##SUFFIX##_I;          \
+    static constexpr auto one = veksIIROne##SUFFIX;                  \
   };
 VEK_IIR_KIND(Vek32f, Vek32f, _32f)
 VEK_IIR_KIND(Vek32fc, Vek32fc, _32fc)
 VEK_IIR_KIND(Vek64f, Vek32f, 64f_32f)
 VEK_IIR_KIND(Vek64fc, Vek32fc, 64fc_32fc)
 #undef VEK_IIR_KIND
+
+// An initialiser's delay line: absent, or of just the length that it reads.
+template <class T>
+bool delayFits(std::span<const T> delay, size_t len) {
+  return delay.empty() || delay.size() == len;
+}
+template <class T>
+const T* delayOrNull(std::span<const T> delay) {
+  return delay.empty() ? nullptr : delay.data();
+}
 
 // What both filters do with samples.
 template <class Kind, class Sample>
@@ -106,10 +116,9 @@ class Fir : public detail::Filter<detail::FirKind<Tap, Sample>, Sample> {
   /** delay, if given, holds taps.size() past samples, newest first. */
   explicit Fir(std::span<const Tap> taps, std::span<const Sample> delay = {}) {
     this->state_
-        .reset([&](auto** state) {
-          return !delay.empty() && delay.size() < taps.size()
-                     ? vekStsSizeErr
-                     : Kind::make(state, taps.data(), detail::len(taps), delay.empty() ? nullptr : delay.data());
+        .reset([&](auto** state) -> VekStatus {
+          if (!detail::delayFits(delay, taps.size())) return vekStsSizeErr;
+          return Kind::make(state, taps.data(), detail::len(taps), detail::delayOrNull(delay));
         })
         .orThrow();
   }
@@ -121,18 +130,23 @@ class MultiRateFir {
   using Kind = detail::FirKind<Tap, Sample>;
 
  public:
-  MultiRateFir(std::span<const Tap> taps, int upFactor, int downFactor, int upPhase = 0, int downPhase = 0)
+  /** delay, if given, holds ceil(taps.size() / upFactor) past samples, newest first. */
+  MultiRateFir(std::span<const Tap> taps, int upFactor, int downFactor, int upPhase = 0, int downPhase = 0,
+               std::span<const Sample> delay = {})
       : up_(upFactor), down_(downFactor) {
     state_
-        .reset([&](auto** state) {
-          return Kind::makeMultiRate(state, taps.data(), detail::len(taps), upFactor, upPhase, downFactor, downPhase, nullptr);
+        .reset([&](auto** state) -> VekStatus {
+          const size_t up = upFactor < 1 ? 1 : size_t(upFactor);
+          if (!detail::delayFits(delay, (taps.size() + up - 1) / up)) return vekStsSizeErr;
+          return Kind::makeMultiRate(state, taps.data(), detail::len(taps), upFactor, upPhase, downFactor, downPhase,
+                                     detail::delayOrNull(delay));
         })
         .orThrow();
   }
   /** src holds a multiple of downFactor samples, dst upFactor for every downFactor of them. */
   Result operator()(std::span<const Sample> src, std::span<Sample> dst) {
     const size_t n = src.size() / size_t(down_);
-    if (src.size() % size_t(down_) != 0 || dst.size() != n * size_t(up_)) return vekStsSizeErr;
+    if (n > INT_MAX || src.size() % size_t(down_) != 0 || dst.size() != n * size_t(up_)) return vekStsSizeErr;
     return Kind::run(src.data(), dst.data(), int(n), state_.get());
   }
   auto* get() const noexcept { return state_.get(); }
@@ -142,16 +156,19 @@ class MultiRateFir {
   typename Kind::State state_;
 };
 
-/** A streaming IIR filter from its polynomials: b0 .. bN, then a0 .. aN. */
+/** A streaming IIR filter of order N from its polynomials: b0 .. bN, then a0 .. aN. */
 template <class Tap, class Sample>
 class Iir : public detail::Filter<detail::IirKind<Tap, Sample>, Sample> {
   using Kind = detail::IirKind<Tap, Sample>;
 
  public:
-  explicit Iir(std::span<const Tap> taps) {
+  /** delay, if given, holds d0 .. d(N-1). */
+  explicit Iir(std::span<const Tap> taps, std::span<const Tap> delay = {}) {
     this->state_
-        .reset([&](auto** state) {
-          return taps.size() % 2 != 0 ? vekStsIIROrderErr : Kind::make(state, taps.data(), detail::len(taps) / 2 - 1, nullptr);
+        .reset([&](auto** state) -> VekStatus {
+          if (taps.size() % 2 != 0) return vekStsIIROrderErr;
+          if (!detail::delayFits(delay, taps.size() / 2 - 1)) return vekStsSizeErr;
+          return Kind::make(state, taps.data(), detail::len(taps) / 2 - 1, detail::delayOrNull(delay));
         })
         .orThrow();
   }
@@ -161,22 +178,28 @@ class Iir : public detail::Filter<detail::IirKind<Tap, Sample>, Sample> {
 template <class Sample>
 class Biquads : public detail::Filter<detail::IirKind<Sample, Sample>, Sample> {
  public:
-  explicit Biquads(std::span<const Sample> sections) {
+  /** delay, if given, holds d0 and d1 of every section. */
+  explicit Biquads(std::span<const Sample> sections, std::span<const Sample> delay = {}) {
     this->state_
         .reset([&](auto** state) -> VekStatus {
           if (sections.size() % 6 != 0) return vekStsIIROrderErr;
+          if (!detail::delayFits(delay, sections.size() / 3)) return vekStsSizeErr;
+          const Sample* line = detail::delayOrNull(delay);
           const int n = detail::len(sections) / 6;
           if constexpr (std::is_same_v<Sample, Vek32f>) {
-            return veksIIRInitAlloc_BiQuad_32f(state, sections.data(), n, nullptr);
+            return veksIIRInitAlloc_BiQuad_32f(state, sections.data(), n, line);
           } else {
-            return veksIIRInitAlloc_BiQuad_32fc(state, sections.data(), n, nullptr);
+            return veksIIRInitAlloc_BiQuad_32fc(state, sections.data(), n, line);
           }
         })
         .orThrow();
   }
 };
 
-/** The orthonormal cosine transform of one length, both ways. */
+/**
+ * The orthonormal cosine transform of one length, both ways. Threads may share one. Lengths that need working memory
+ * take it for the duration of the call; the C functions accept it from the caller.
+ */
 class Dct {
  public:
   explicit Dct(int points) : points_(size_t(points)) {
