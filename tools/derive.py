@@ -118,11 +118,6 @@ HEAD = "// SPDX-License-Identifier: Apache-2.0\n// Derived from the public proto
 
 def idx_header(functions):
     lines = [HEAD.rstrip() + """
-//
-// The index-offset twins: every dispatched function again, each array given as a base and a signed element index, for
-// callers that cannot form interior pointers. An index counts elements of its own array (bytes where the array is given
-// by a byte pointer), may be negative, and is added to its base before the function sees it; an absent delay line
-// stays absent whatever its index. Everything else, the returned status included, is that of the function itself.
 // clang-format off
 #ifndef VEK_IDX_H
 #define VEK_IDX_H
@@ -130,10 +125,29 @@ def idx_header(functions):
 #include "vek/api.h"
 """]
     lines += [f'#include "vek/{c}.h"' for c in chapters_with(functions)]
-    lines.append("\n#ifdef __cplusplus\nextern \"C\" {\n#endif\n")
+    lines.append("""
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/**
+ * @defgroup vek_idx Index-offset twins
+ *
+ * Every dispatched function again, each array given as a base and a signed element index, for callers that cannot form
+ * interior pointers. An index counts elements of its own array (bytes where the array is given by a byte pointer), may
+ * be negative, and is added to its base before the function sees it; an absent delay line stays absent whatever its
+ * index. Everything else, the returned status included, is that of the function itself.
+ * @{
+ */
+
+/**
+ * @name Twins
+ * In the order of the chapters.
+ * @{
+ */""")
     for f in functions:
         lines.append(f"VEK_API {f.result} {f.name}_Idx({f.twin_parameters()});")
-    lines.append("\n#ifdef __cplusplus\n}\n#endif\n\n#endif\n")
+    lines.append("/** @} */\n\n/** @} */\n\n#ifdef __cplusplus\n}\n#endif\n\n#endif\n")
     return "\n".join(lines)
 
 

@@ -12,7 +12,7 @@ extern "C" {
 #endif
 
 /**
- * @defgroup scaled The scaled-result rule
+ * @defgroup vek_arith Arithmetic and the scaled-result rule
  *
  * Every integer function with the modifier `_Sfs` (or `_ISfs`, in place) takes a scale factor and stores
  *
@@ -228,8 +228,6 @@ VEK_API VekStatus veksAddProduct_32fc(const Vek32fc* pSrc1, const Vek32fc* pSrc2
  */
 VEK_API VekStatus veksAddProductC_32f(const Vek32f* pSrc, Vek32f val, Vek32f* pSrcDst, int len);
 
-/** @} */
-
 /**
  * Quotient of two vectors. The first argument holds the divisors: pDst[n] = pSrc2[n] / pSrc1[n]; in place
  * pSrcDst[n] = pSrcDst[n] / pSrc[n].
@@ -293,6 +291,8 @@ VEK_API VekStatus veksDivC_32f(const Vek32f* pSrc, Vek32f val, Vek32f* pDst, int
 VEK_API VekStatus veksDivC_32f_I(Vek32f val, Vek32f* pSrcDst, int len);
 VEK_API VekStatus veksDivC_32fc(const Vek32fc* pSrc, Vek32fc val, Vek32fc* pDst, int len);
 VEK_API VekStatus veksDivC_32fc_I(Vek32fc val, Vek32fc* pSrcDst, int len);
+
+/** @} */
 
 #ifdef __cplusplus
 }

@@ -12,7 +12,7 @@ extern "C" {
 #endif
 
 /**
- * @defgroup compand Companding
+ * @defgroup vek_compand Companding
  *
  * Between linear samples and the 8-bit logarithmic codes of ITU-T Recommendation G.711. Codes are in the transmitted
  * form: A-law with the even bits inverted (0xD5 and 0x55 are the smallest magnitudes), mu-law inverted (0xFF and 0x7F

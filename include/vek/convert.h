@@ -12,7 +12,7 @@ extern "C" {
 #endif
 
 /**
- * @defgroup convert Type conversion
+ * @defgroup vek_convert Type conversion
  *
  * Each function turns `len` elements of one type into `len` elements of another; the name gives the source type, then
  * the destination type.

@@ -14,7 +14,7 @@ extern "C" {
 #endif
 
 /**
- * @defgroup core Library frame
+ * @defgroup vek_core Library frame
  *
  * Once, when the library is loaded, it reads the processor's features and chooses one of seven variant slots: mx
  * (SSE2), m7 (SSE3), u8 (SSSE3), n8 (SSSE3 and MOVBE), y8 (SSE4.1), e9 (AVX) or l9 (AVX2, FMA, BMI1 and BMI2). Every
@@ -29,30 +29,31 @@ extern "C" {
  * The mask that vekGetCpuFeatures() stores. Bits without a name are zero.
  * @{
  */
-#define VEK_FEATURE_MMX UINT64_C(0x1)
-#define VEK_FEATURE_SSE UINT64_C(0x2)
-#define VEK_FEATURE_SSE2 UINT64_C(0x4)
-#define VEK_FEATURE_SSE3 UINT64_C(0x8)
-#define VEK_FEATURE_SSSE3 UINT64_C(0x10)
-#define VEK_FEATURE_MOVBE UINT64_C(0x20)
-#define VEK_FEATURE_SSE41 UINT64_C(0x40)
-#define VEK_FEATURE_SSE42 UINT64_C(0x80)
-#define VEK_FEATURE_AVX UINT64_C(0x100)    /**< the processor has AVX */
-#define VEK_FEATURE_AVX_OS UINT64_C(0x200) /**< it has AVX and the operating system saves the YMM registers */
-#define VEK_FEATURE_AES UINT64_C(0x400)
-#define VEK_FEATURE_CLMUL UINT64_C(0x800)
+#define VEK_FEATURE_MMX UINT64_C(0x1)           /**< MMX */
+#define VEK_FEATURE_SSE UINT64_C(0x2)           /**< SSE */
+#define VEK_FEATURE_SSE2 UINT64_C(0x4)          /**< SSE2 */
+#define VEK_FEATURE_SSE3 UINT64_C(0x8)          /**< SSE3 */
+#define VEK_FEATURE_SSSE3 UINT64_C(0x10)        /**< SSSE3 */
+#define VEK_FEATURE_MOVBE UINT64_C(0x20)        /**< MOVBE */
+#define VEK_FEATURE_SSE41 UINT64_C(0x40)        /**< SSE4.1 */
+#define VEK_FEATURE_SSE42 UINT64_C(0x80)        /**< SSE4.2 */
+#define VEK_FEATURE_AVX UINT64_C(0x100)         /**< the processor has AVX */
+#define VEK_FEATURE_AVX_OS UINT64_C(0x200)      /**< it has AVX and the operating system saves the YMM registers */
+#define VEK_FEATURE_AES UINT64_C(0x400)         /**< AES instructions */
+#define VEK_FEATURE_CLMUL UINT64_C(0x800)       /**< carry-less multiplication */
 #define VEK_FEATURE_COPROC_EXT UINT64_C(0x1000) /**< extension of the coprocessor family */
-#define VEK_FEATURE_RDRAND UINT64_C(0x2000)
-#define VEK_FEATURE_F16C UINT64_C(0x4000)
-#define VEK_FEATURE_AVX2 UINT64_C(0x8000) /**< AVX2, FMA, BMI1 and BMI2, all four */
-#define VEK_FEATURE_ADX UINT64_C(0x10000)
-#define VEK_FEATURE_RDSEED UINT64_C(0x20000)
-#define VEK_FEATURE_PREFETCHW UINT64_C(0x40000)
+#define VEK_FEATURE_RDRAND UINT64_C(0x2000)     /**< RDRAND */
+#define VEK_FEATURE_F16C UINT64_C(0x4000)       /**< half-precision conversion */
+#define VEK_FEATURE_AVX2 UINT64_C(0x8000)       /**< AVX2, FMA, BMI1 and BMI2, all four */
+#define VEK_FEATURE_ADX UINT64_C(0x10000)       /**< ADCX and ADOX */
+#define VEK_FEATURE_RDSEED UINT64_C(0x20000)    /**< RDSEED */
+#define VEK_FEATURE_PREFETCHW UINT64_C(0x40000) /**< PREFETCHW */
 #define VEK_FEATURE_COPROC UINT64_C(0x80000000) /**< processor of the coprocessor family */
 /** @} */
 
 /** Type of the processor, from vekGetCpuType(). */
 typedef int VekCpuType;
+/** Values of #VekCpuType. */
 enum {
   vekCpuUnknown = 0,        /**< none of the others */
   vekCpuSsse3Gen1 = 33,     /**< family 6 model 0x0F with SSSE3, fewer than three cores */

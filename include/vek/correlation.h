@@ -1,17 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-/**
- * @file
- * Linear convolution, cross-correlation and autocorrelation of whole vectors.
- *
- * Each call sums directly or, where that is faster, goes through the transform; the points of change are fixed and
- * alike in every slot. Sums are formed in single precision. Class: rounded on the direct paths, where a result of n
- * products is within about n * 2^-24 * S of the exact one, S being the sum of the products' magnitudes, and where a NaN
- * or infinity reaches exactly the results whose sums contain it. Class transform on the others: the error is relative
- * to the largest results, and a non-finite element spoils every result of its block.
- *
- * The transform paths take memory for the duration of the call and return #vekStsMemAllocErr without it; the direct
- * paths take none. Destinations overlap no source.
- */
+// Convolution, cross-correlation, autocorrelation.
 #ifndef VEK_CORRELATION_H
 #define VEK_CORRELATION_H
 
@@ -22,6 +10,22 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+
+/**
+ * @defgroup vek_correlation Convolution and correlation
+ *
+ * Linear convolution, cross-correlation and autocorrelation of whole vectors.
+ *
+ * Each call sums directly or, where that is faster, goes through the transform; the points of change are fixed and
+ * alike in every slot. Sums are formed in single precision. Class: rounded on the direct paths, where a result of n
+ * products is within about n * 2^-24 * S of the exact one, S being the sum of the products' magnitudes, and where a NaN
+ * or infinity reaches exactly the results whose sums contain it. Class transform on the others: the error is relative
+ * to the largest results, and a non-finite element spoils every result of its block.
+ *
+ * The transform paths take memory for the duration of the call and return #vekStsMemAllocErr without it; the direct
+ * paths take none. Destinations overlap no source.
+ * @{
+ */
 
 /**
  * Linear convolution: pDst[n] = sum over k of pSrc1[k] * pSrc2[n-k], n = 0 .. src1Len+src2Len-2. Either order of the
@@ -78,6 +82,8 @@ VEK_API VekStatus veksAutoCorr_NormB_32f(const Vek32f* pSrc, int srcLen, Vek32f*
 VEK_API VekStatus veksAutoCorr_32fc(const Vek32fc* pSrc, int srcLen, Vek32fc* pDst, int dstLen);
 VEK_API VekStatus veksAutoCorr_NormA_32fc(const Vek32fc* pSrc, int srcLen, Vek32fc* pDst, int dstLen);
 VEK_API VekStatus veksAutoCorr_NormB_32fc(const Vek32fc* pSrc, int srcLen, Vek32fc* pDst, int dstLen);
+/** @} */
+
 /** @} */
 
 #ifdef __cplusplus

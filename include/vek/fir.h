@@ -1,6 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
+// FIR filters, single- and multi-rate.
+#ifndef VEK_FIR_H
+#define VEK_FIR_H
+
+#include "vek/api.h"
+#include "vek/status.h"
+#include "vek/types.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
 /**
- * @file
+ * @defgroup vek_fir FIR filters
+ *
  * FIR filters: streaming, single-rate and multi-rate, with a state that keeps the taps and the past samples.
  *
  * Four kinds, by taps and samples:
@@ -22,22 +35,13 @@
  * slots. With S = sum of |taps[k] * x[n-k]|, an output of n taps is within about n * 2^-24 * S of the exact value for
  * the 32f and 32fc kinds and within 2^-24 * |y| + n * 2^-53 * S for the 64f and 64fc kinds. The transform path is of
  * class transform: its error is relative to the largest values that meet in a block, not to a single output.
+ * @{
  */
-#ifndef VEK_FIR_H
-#define VEK_FIR_H
 
-#include "vek/api.h"
-#include "vek/status.h"
-#include "vek/types.h"
-
-#ifdef __cplusplus
-extern "C" {
-#endif
-
-typedef struct VeksFIRState_32f VeksFIRState_32f;
-typedef struct VeksFIRState_32fc VeksFIRState_32fc;
-typedef struct VeksFIRState64f_32f VeksFIRState64f_32f;
-typedef struct VeksFIRState64fc_32fc VeksFIRState64fc_32fc;
+typedef struct VeksFIRState_32f VeksFIRState_32f;           /**< ids "FI01", "FI03" */
+typedef struct VeksFIRState_32fc VeksFIRState_32fc;         /**< ids "FI02", "FI04" */
+typedef struct VeksFIRState64f_32f VeksFIRState64f_32f;     /**< ids "FI17", "FI19" */
+typedef struct VeksFIRState64fc_32fc VeksFIRState64fc_32fc; /**< ids "FI18", "FI20" */
 
 /* What the size functions below share: tapBytes is the size of a tap, fftTaps the number of taps from which the state
    holds a transform, fftBytes the size of the transform's tables for each element of a block. */
@@ -53,6 +57,7 @@ static inline size_t vekFIRMRStateSize(int tapsLen, int upFactor, int downFactor
 }
 
 /**
+ * @name Memory of a state
  * Bytes that the Init functions take from `pBuffer`, whatever its alignment. With F the smallest power of two above
  * 2 * tapsLen and, for the kinds 32f, 32fc, 64f and 64fc, t = 4, 8, 8, 16 and u = 9, 9, 17, 17:
  *
@@ -64,27 +69,37 @@ static inline size_t vekFIRMRStateSize(int tapsLen, int upFactor, int downFactor
  *     271 + t * (tapsLen + ceil(tapsLen / upFactor) + 256 + max(4096, downFactor) + max(4096, upFactor))
  *
  * except that both factors 1 make a single-rate state.
+ * @{
  */
+/** Single-rate, 32f. */
 static inline size_t vekFIRBufferSize_32f(int tapsLen) { return vekFIRStateSize(tapsLen, 4, 64, 9); }
+/** Single-rate, 32fc. */
 static inline size_t vekFIRBufferSize_32fc(int tapsLen) { return vekFIRStateSize(tapsLen, 8, 16, 9); }
+/** Single-rate, 64f. */
 static inline size_t vekFIRBufferSize64f_32f(int tapsLen) { return vekFIRStateSize(tapsLen, 8, 32, 17); }
+/** Single-rate, 64fc. */
 static inline size_t vekFIRBufferSize64fc_32fc(int tapsLen) { return vekFIRStateSize(tapsLen, 16, 16, 17); }
+/** Multi-rate, 32f. */
 static inline size_t vekFIRMRBufferSize_32f(int tapsLen, int upFactor, int downFactor) {
   return upFactor == 1 && downFactor == 1 ? vekFIRBufferSize_32f(tapsLen)
                                           : vekFIRMRStateSize(tapsLen, upFactor, downFactor, 4);
 }
+/** Multi-rate, 32fc. */
 static inline size_t vekFIRMRBufferSize_32fc(int tapsLen, int upFactor, int downFactor) {
   return upFactor == 1 && downFactor == 1 ? vekFIRBufferSize_32fc(tapsLen)
                                           : vekFIRMRStateSize(tapsLen, upFactor, downFactor, 8);
 }
+/** Multi-rate, 64f. */
 static inline size_t vekFIRMRBufferSize64f_32f(int tapsLen, int upFactor, int downFactor) {
   return upFactor == 1 && downFactor == 1 ? vekFIRBufferSize64f_32f(tapsLen)
                                           : vekFIRMRStateSize(tapsLen, upFactor, downFactor, 8);
 }
+/** Multi-rate, 64fc. */
 static inline size_t vekFIRMRBufferSize64fc_32fc(int tapsLen, int upFactor, int downFactor) {
   return upFactor == 1 && downFactor == 1 ? vekFIRBufferSize64fc_32fc(tapsLen)
                                           : vekFIRMRStateSize(tapsLen, upFactor, downFactor, 16);
 }
+/** @} */
 
 /**
  * @name Making a single-rate state
@@ -205,6 +220,8 @@ VEK_API VekStatus veksFIRMRInit64f_32f(VeksFIRState64f_32f** ppState, const Vek6
 VEK_API VekStatus veksFIRMRInit64fc_32fc(VeksFIRState64fc_32fc** ppState, const Vek64fc* pTaps, int tapsLen,
                                          int upFactor, int upPhase, int downFactor, int downPhase,
                                          const Vek32fc* pDlyLine, Vek8u* pBuffer);
+/** @} */
+
 /** @} */
 
 #ifdef __cplusplus

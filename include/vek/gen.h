@@ -12,7 +12,7 @@ extern "C" {
 #endif
 
 /**
- * @defgroup gen Signal generation
+ * @defgroup vek_gen Signal generation
  *
  * Functions that fill a vector with a synthetic signal. They keep no state of their own: what a following call needs
  * to continue the signal (a phase, a seed) is one word that the caller owns. Results are the same to the bit in every

@@ -1,10 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 // Derived from the public prototypes by tools/derive.py; edits are lost.
-//
-// The index-offset twins: every dispatched function again, each array given as a base and a signed element index, for
-// callers that cannot form interior pointers. An index counts elements of its own array (bytes where the array is given
-// by a byte pointer), may be negative, and is added to its base before the function sees it; an absent delay line
-// stays absent whatever its index. Everything else, the returned status included, is that of the function itself.
 // clang-format off
 #ifndef VEK_IDX_H
 #define VEK_IDX_H
@@ -32,6 +27,21 @@
 extern "C" {
 #endif
 
+/**
+ * @defgroup vek_idx Index-offset twins
+ *
+ * Every dispatched function again, each array given as a base and a signed element index, for callers that cannot form
+ * interior pointers. An index counts elements of its own array (bytes where the array is given by a byte pointer), may
+ * be negative, and is added to its base before the function sees it; an absent delay line stays absent whatever its
+ * index. Everything else, the returned status included, is that of the function itself.
+ * @{
+ */
+
+/**
+ * @name Twins
+ * In the order of the chapters.
+ * @{
+ */
 VEK_API Vek32s* veksMalloc_32s_Idx(int len);
 VEK_API Vek32f* veksMalloc_32f_Idx(int len);
 VEK_API Vek32sc* veksMalloc_32sc_Idx(int len);
@@ -591,6 +601,9 @@ VEK_API VekStatus veksDCTFwd_32f_I_Idx(Vek32f* pSrcDst, int srcDstIdx, const Vek
 VEK_API VekStatus veksDCTInv_32f_I_Idx(Vek32f* pSrcDst, int srcDstIdx, const VeksDCTInvSpec_32f* pDCTSpec, Vek8u* pWorkBuffer, int workBufferIdx);
 VEK_API VekStatus veksHaarFwd_32f_Idx(const Vek32f* pSrc, int srcIdx, int len, Vek32f* pDstLow, int dstLowIdx, Vek32f* pDstHigh, int dstHighIdx);
 VEK_API VekStatus veksHaarInv_32f_Idx(const Vek32f* pSrcLow, int srcLowIdx, const Vek32f* pSrcHigh, int srcHighIdx, Vek32f* pDst, int dstIdx, int len);
+/** @} */
+
+/** @} */
 
 #ifdef __cplusplus
 }

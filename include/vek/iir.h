@@ -12,7 +12,7 @@ extern "C" {
 #endif
 
 /**
- * @defgroup iir IIR filters
+ * @defgroup vek_iir IIR filters
  *
  * Streaming recursive filters with a state object that holds the normalised coefficients and the delay line from call
  * to call. There are two structures. A filter of order N given by its polynomials runs the transposed direct form II:

@@ -1,13 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 // Absolute values, squares, square roots; magnitude and phase; normalisation.
-//
-// Everything in this chapter is exact: every slot gives the same bits at every length and alignment, and no product is
-// ever fused with a sum. Lengths count elements. Statuses, in the order they are checked, unless a family says
-// otherwise: #vekStsNullPtrErr for a null array, #vekStsSizeErr for len < 1; a refused call writes nothing. Saturation,
-// infinities and NaN are not reported. A destination may be the very array of a source; other overlap is not allowed.
-//
-// Forms with a scale factor multiply the exact result by 2^(-scaleFactor), round it to the nearest integer, ties to
-// even, and saturate it to the element type. Every 32-bit scale factor is accepted.
 #ifndef VEK_MATH_H
 #define VEK_MATH_H
 
@@ -18,6 +10,19 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+
+/**
+ * @defgroup vek_math Roots, magnitude, phase
+ *
+ * Everything in this chapter is exact: every slot gives the same bits at every length and alignment, and no product is
+ * ever fused with a sum. Lengths count elements. Statuses, in the order they are checked, unless a family says
+ * otherwise: #vekStsNullPtrErr for a null array, #vekStsSizeErr for len < 1; a refused call writes nothing. Saturation,
+ * infinities and NaN are not reported. A destination may be the very array of a source; other overlap is not allowed.
+ *
+ * Forms with a scale factor multiply the exact result by 2^(-scaleFactor), round it to the nearest integer, ties to
+ * even, and saturate it to the element type. Every 32-bit scale factor is accepted.
+ * @{
+ */
 
 /**
  * pDst[n] = |pSrc[n]|. The most negative integer gives the most positive. Floats clear the sign bit and keep all
@@ -99,6 +104,8 @@ VEK_API VekStatus veksPolarToCart_32fc(const Vek32f* pSrcMagn, const Vek32f* pSr
  */
 VEK_API VekStatus veksNormalize_32f(const Vek32f* pSrc, Vek32f* pDst, int len, Vek32f vSub, Vek32f vDiv);
 VEK_API VekStatus veksNormalize_32fc(const Vek32fc* pSrc, Vek32fc* pDst, int len, Vek32fc vSub, Vek32f vDiv);
+
+/** @} */
 
 #ifdef __cplusplus
 }

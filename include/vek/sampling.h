@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+// The median filter, resampling by whole factors, the Goertzel transform.
 #ifndef VEK_SAMPLING_H
 #define VEK_SAMPLING_H
 
@@ -11,8 +12,14 @@ extern "C" {
 #endif
 
 /**
- * @defgroup median Median filter
+ * @defgroup vek_median Median filter
  *
+ * The median of a sliding window.
+ * @{
+ */
+
+/**
+ * @name Median
  * pDst[i] = median of x[i - h] .. x[i + h], h = maskSize / 2, where an index below 0 reads x[0] and one above len - 1
  * reads x[len - 1]. An even maskSize is reduced by one, which the warning #vekStsEvenMedianMaskSize reports. A maskSize
  * of 1 (or 2), or a len below 3, leaves the values as they are. Any maskSize is accepted, whatever len is.
@@ -45,8 +52,10 @@ VEK_API VekStatus veksFilterMedian_32f(const Vek32f* pSrc, Vek32f* pDst, int len
 VEK_API VekStatus veksFilterMedian_32f_I(Vek32f* pSrcDst, int len, int maskSize);
 /** @} */
 
+/** @} */
+
 /**
- * @defgroup resampling Resampling by whole factors
+ * @defgroup vek_resampling Resampling by whole factors
  *
  * Long signals are resampled block by block; `*pPhase`, kept by the caller, is the place of the grid in the next block.
  * Class: exact, values are only moved. pDst does not overlap pSrc.
@@ -90,7 +99,7 @@ VEK_API VekStatus veksSampleDown_32fc(const Vek32fc* pSrc, int srcLen, Vek32fc* 
 /** @} */
 
 /**
- * @defgroup goertzel Goertzel transform
+ * @defgroup vek_goertzel Goertzel transform
  *
  * One value of the discrete Fourier transform, sum over n of pSrc[n] * exp(-j * 2 * pi * rFreq * n), by Horner's rule
  * in double precision: with c and s the cosine and sine of theta = rFreq * 2 * pi, starting from (re, im) = (0, 0) and

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+// Sorting by value and by index.
 #ifndef VEK_SORT_H
 #define VEK_SORT_H
 
@@ -11,7 +12,7 @@ extern "C" {
 #endif
 
 /**
- * @defgroup sort Sorting
+ * @defgroup vek_sort Sorting
  *
  * Vectors are sorted in place. Nothing is allocated, and no input takes more than a time proportional to
  * len * log2(len) (to len for bytes): ranges are split by vectorised quicksort partitions around sampled pivots (Hoare

@@ -1,16 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Reductions: a vector, or two, to one value. Sums, means, deviations; extremes; norms, distances, dot products.
-//
-// Common to all: pSrc, pSrc1 and pSrc2 are arrays of len elements that are only read, and need no alignment; results go
-// through pointers to one element each. Checks, in this order: any null pointer gives vekStsNullPtrErr (-8), len < 1
-// gives vekStsSizeErr (-6); a refused call writes nothing. Exceptions are stated where they occur. No function of this
-// chapter returns a warning, allocates memory or keeps a state.
-//
-// Classes of results: "exact" means the same bits in every slot, at every address. "Rounded" means the precision stated
-// and the same bits for a given slot, address modulo 16 and hint; slot mx adds in the order stated, higher slots regroup
-// the partial sums and may fuse a product with the addition of it. With u the unit roundoff of the precision that sums
-// are formed in (2^-53 double, 2^-24 single), a rounded sum of terms t is within (N + 2) * u * sum(|t|) of the exact
-// sum, before its one rounding to the result type; N is the number of terms that share a partial sum, plus 8.
+// Reductions: a vector, or two, to one value.
 #ifndef VEK_STATS_H
 #define VEK_STATS_H
 
@@ -21,6 +10,22 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+
+/**
+ * @defgroup vek_stats Reductions
+ *
+ * Common to all: pSrc, pSrc1 and pSrc2 are arrays of len elements that are only read, and need no alignment; results go
+ * through pointers to one element each. Checks, in this order: any null pointer gives vekStsNullPtrErr (-8), len < 1
+ * gives vekStsSizeErr (-6); a refused call writes nothing. Exceptions are stated where they occur. No function of this
+ * chapter returns a warning, allocates memory or keeps a state.
+ *
+ * Classes of results: "exact" means the same bits in every slot, at every address. "Rounded" means the precision stated
+ * and the same bits for a given slot, address modulo 16 and hint; slot mx adds in the order stated, higher slots regroup
+ * the partial sums and may fuse a product with the addition of it. With u the unit roundoff of the precision that sums
+ * are formed in (2^-53 double, 2^-24 single), a rounded sum of terms t is within (N + 2) * u * sum(|t|) of the exact
+ * sum, before its one rounding to the result type; N is the number of terms that share a partial sum, plus 8.
+ * @{
+ */
 
 /**
  * @name Sum
@@ -221,6 +226,8 @@ VEK_API VekStatus veksDotProd_32sc_Sfs(const Vek32sc* pSrc1, const Vek32sc* pSrc
 VEK_API VekStatus veksDotProd_32s32sc_Sfs(const Vek32s* pSrc1, const Vek32sc* pSrc2, int len, Vek32sc* pDp,
                                           int scaleFactor);
 /**@}*/
+
+/** @} */
 
 #ifdef __cplusplus
 }

@@ -8,6 +8,13 @@ extern "C" {
 #endif
 
 /**
+ * @defgroup vek_status Status codes
+ *
+ * What the functions return.
+ * @{
+ */
+
+/**
  * Result of nearly every function. Zero is success. A negative value is an error: the call was refused and its outputs
  * hold nothing to rely on. A positive value is a warning: the work is done, and something about it is worth knowing.
  * vekGetStatusString() gives the text of a code. The names with a comment are the ones that this library returns; the
@@ -15,6 +22,7 @@ extern "C" {
  */
 typedef int VekStatus;
 
+/** Values of #VekStatus. */
 enum {
   vekStsNotSupportedModeErr = -9999,
   vekStsCpuNotSupportedErr = -9998, /**< the processor lacks what the call needs */
@@ -289,6 +297,8 @@ enum {
   vekStsRepetitiveSrcData = 47,
   vekStsSizeWrn = 48
 };
+
+/** @} */
 
 #ifdef __cplusplus
 }

@@ -12,7 +12,7 @@ extern "C" {
 #endif
 
 /**
- * @defgroup threshold Thresholds
+ * @defgroup vek_threshold Thresholds
  *
  * Elements on one side of a level are replaced; the others are stored as they are. Names ending in `_I` work in place
  * on `pSrcDst`; in the others `pDst` may equal `pSrc` but not overlap it otherwise.

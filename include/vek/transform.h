@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-/** @file
- * Transforms: the discrete cosine transform and the Haar wavelet step, on single-precision real data.
- */
+// The cosine transform and the Haar wavelet step.
 #ifndef VEK_TRANSFORM_H
 #define VEK_TRANSFORM_H
 
@@ -13,8 +11,16 @@
 extern "C" {
 #endif
 
-/** What a cosine transform of one length needs; made by an Init or InitAlloc function and read-only from then on. */
+/**
+ * @defgroup vek_transform Cosine and Haar transforms
+ *
+ * Transforms: the discrete cosine transform and the Haar wavelet step, on single-precision real data.
+ * @{
+ */
+
+/** What a forward transform of one length needs; made by an Init or InitAlloc function and read-only from then on. */
 typedef struct VeksDCTFwdSpec_32f VeksDCTFwdSpec_32f;
+/** The same for the inverse transform. */
 typedef struct VeksDCTInvSpec_32f VeksDCTInvSpec_32f;
 
 /**
@@ -54,10 +60,10 @@ typedef struct VeksDCTInvSpec_32f VeksDCTInvSpec_32f;
  *         memory (InitAlloc) #vekStsMemAllocErr; else #vekStsNoErr
  * @{
  */
-VEK_API VekStatus veksDCTFwdInit_32f(VeksDCTFwdSpec_32f** ppDCTSpec, int len, VekHintAlgorithm hint,
-                                     Vek8u* pSpecBuffer, Vek8u* pInitBuffer);
-VEK_API VekStatus veksDCTInvInit_32f(VeksDCTInvSpec_32f** ppDCTSpec, int len, VekHintAlgorithm hint,
-                                     Vek8u* pSpecBuffer, Vek8u* pInitBuffer);
+VEK_API VekStatus veksDCTFwdInit_32f(VeksDCTFwdSpec_32f** ppDCTSpec, int len, VekHintAlgorithm hint, Vek8u* pSpecBuffer,
+                                     Vek8u* pInitBuffer);
+VEK_API VekStatus veksDCTInvInit_32f(VeksDCTInvSpec_32f** ppDCTSpec, int len, VekHintAlgorithm hint, Vek8u* pSpecBuffer,
+                                     Vek8u* pInitBuffer);
 VEK_API VekStatus veksDCTFwdInitAlloc_32f(VeksDCTFwdSpec_32f** ppDCTSpec, int len, VekHintAlgorithm hint);
 VEK_API VekStatus veksDCTInvInitAlloc_32f(VeksDCTInvSpec_32f** ppDCTSpec, int len, VekHintAlgorithm hint);
 /** @} */
@@ -105,6 +111,8 @@ VEK_API VekStatus veksDCTInv_32f_I(Vek32f* pSrcDst, const VeksDCTInvSpec_32f* pD
  */
 VEK_API VekStatus veksHaarFwd_32f(const Vek32f* pSrc, int len, Vek32f* pDstLow, Vek32f* pDstHigh);
 VEK_API VekStatus veksHaarInv_32f(const Vek32f* pSrcLow, const Vek32f* pSrcHigh, Vek32f* pDst, int len);
+/** @} */
+
 /** @} */
 
 #ifdef __cplusplus

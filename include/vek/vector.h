@@ -1,9 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 // Copy, move, set, reorder; bitwise logic and shifts.
-//
-// Everything in this chapter is exact: every slot gives the same bits at every length and alignment. Lengths count
-// elements. Statuses, in the order they are checked, unless a family says otherwise: #vekStsNullPtrErr for a null
-// array, #vekStsSizeErr for len < 1; a refused call writes nothing.
 #ifndef VEK_VECTOR_H
 #define VEK_VECTOR_H
 
@@ -14,6 +10,15 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+
+/**
+ * @defgroup vek_vector Movement, logic, shifts
+ *
+ * Everything in this chapter is exact: every slot gives the same bits at every length and alignment. Lengths count
+ * elements. Statuses, in the order they are checked, unless a family says otherwise: #vekStsNullPtrErr for a null
+ * array, #vekStsSizeErr for len < 1; a refused call writes nothing.
+ * @{
+ */
 
 /**
  * Copies len elements from pSrc to pDst. The arrays must not overlap; veksMove_* allows that.
@@ -184,6 +189,8 @@ VEK_API VekStatus veksRShiftC_16s(const Vek16s* pSrc, int val, Vek16s* pDst, int
 VEK_API VekStatus veksRShiftC_16s_I(int val, Vek16s* pSrcDst, int len);
 VEK_API VekStatus veksRShiftC_32s(const Vek32s* pSrc, int val, Vek32s* pDst, int len);
 VEK_API VekStatus veksRShiftC_32s_I(int val, Vek32s* pSrcDst, int len);
+
+/** @} */
 
 #ifdef __cplusplus
 }

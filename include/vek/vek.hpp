@@ -149,6 +149,7 @@ class MultiRateFir {
     if (n > INT_MAX || src.size() % size_t(down_) != 0 || dst.size() != n * size_t(up_)) return vekStsSizeErr;
     return Kind::run(src.data(), dst.data(), int(n), state_.get());
   }
+  /** The state itself, for the C functions. */
   auto* get() const noexcept { return state_.get(); }
 
  private:
@@ -202,14 +203,17 @@ class Biquads : public detail::Filter<detail::IirKind<Sample, Sample>, Sample> {
  */
 class Dct {
  public:
+  /** The transforms of so many points. Throws Error where the C initialisers refuse. */
   explicit Dct(int points) : points_(size_t(points)) {
     forward_.reset([&](auto** s) { return veksDCTFwdInitAlloc_32f(s, points, vekAlgHintNone); }).orThrow();
     inverse_.reset([&](auto** s) { return veksDCTInvInitAlloc_32f(s, points, vekAlgHintNone); }).orThrow();
   }
+  /** From samples to coefficients, points of each; in place if the two are the same. */
   Result forward(std::span<const Vek32f> src, std::span<Vek32f> dst) const {
     if (src.size() != points_ || dst.size() != points_) return vekStsSizeErr;
     return veksDCTFwd_32f(src.data(), dst.data(), forward_.get(), nullptr);
   }
+  /** From coefficients to samples. */
   Result inverse(std::span<const Vek32f> src, std::span<Vek32f> dst) const {
     if (src.size() != points_ || dst.size() != points_) return vekStsSizeErr;
     return veksDCTInv_32f(src.data(), dst.data(), inverse_.get(), nullptr);

@@ -12,7 +12,7 @@ extern "C" {
 #endif
 
 /**
- * @defgroup window Windows
+ * @defgroup vek_window Windows
  *
  * Each function multiplies a vector of N = len elements by a symmetric window w of the same length, w[n] = w[N-1-n],
  * real data or both parts of complex data. Weights are formed in double precision; the product of element and weight
