@@ -5,10 +5,6 @@
 #include <numeric>
 
 #include "bench/support/rows.h"
-#if __has_include(<hwy/contrib/sort/vqsort.h>) && defined(VEK_PEER_HWY)
-#include <hwy/contrib/sort/vqsort.h>
-#define HAVE_HIGHWAY 1
-#endif
 
 namespace {
 
@@ -19,13 +15,8 @@ void row(const std::string& name, VekStatus (*sort)(T*, int), const std::functio
   rows(name, [=](size_t n) {
     const Array<T> from = make(n), work(n);
     const auto fresh = [=] { memcpy(work.data(), from.data(), n * sizeof(T)); };
-    Contenders c = {{"vek", [=] { fresh(), sort(work.data(), int(n)); }},
-                    {"plain", [=] { fresh(), std::sort(work.data(), work.data() + n); }}};
-#if HAVE_HIGHWAY
-    if constexpr (sizeof(T) > 1)
-      c.push_back({"hwy", [=] { fresh(), hwy::VQSort(work.data(), n, hwy::SortAscending()); }});
-#endif
-    return c;
+    return Contenders{{"vek", [=] { fresh(), sort(work.data(), int(n)); }},
+                      {"plain", [=] { fresh(), std::sort(work.data(), work.data() + n); }}};
   });
 }
 
@@ -38,7 +29,11 @@ void rowsOf(const std::string& type, VekStatus (*sort)(T*, int), double low, dou
     std::sort(a.data(), a.data() + n);
     return a;
   });
-  row<T>("sort_" + type + "_few", sort, [](size_t n) { return uniform<T>(n, 0, 8); });
+  row<T>("sort_" + type + "_few", sort, [](size_t n) {
+    Array<T> a = uniform<T>(n, 0, 8);
+    for (size_t i = 0; i < n; ++i) a[i] = T(int(a[i]));
+    return a;
+  });
 }
 
 template <class T>

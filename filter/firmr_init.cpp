@@ -44,7 +44,7 @@ VEK_INLINE void arrangeTaps(const FirState* state, const RatePlan& plan, const t
   typename Kind::T* to = static_cast<typename Kind::T*>(state->taps);
   const int64_t groups = state->blocked ? plan.down : 1;
   const Shares phases(plan.tapsLen, plan.up);
-  for (int64_t phase = 0; phase < plan.up; ++phase) {
+  for (int64_t phase = 0; phase < smaller(plan.up, plan.tapsLen); ++phase) {
     const Shares group(phases.count(phase), groups);
     for (int64_t g = 0; g < smaller(groups, phases.count(phase)); ++g) {
       for (int64_t j = group.count(g) - 1; j >= 0; --j) {
@@ -59,9 +59,9 @@ template <class Kind>
 VEK_INLINE void arrangePast(const FirState* state, const RatePlan& plan, const float* delayLine) {
   constexpr int C = Kind::C;
   typename Kind::T* const delay = static_cast<typename Kind::T*>(state->delay);
-  clearSamples(delay, C * plan.window());
-  if (!delayLine) return;
   const int64_t history = plan.history();
+  clearSamples(delay, C * (state->blocked ? plan.down * plan.stream() : history));
+  if (!delayLine) return;
   for (int64_t j = 0; j < history; ++j) {
     const int64_t back = j / plan.down, stream = plan.down - 1 - j % plan.down;
     const int64_t at = state->blocked ? stream * plan.stream() + plan.streamHistory() - 1 - back : history - 1 - j;

@@ -34,7 +34,7 @@ struct RatePlan {
   // Iterations that are done together, and the room that their outputs and inputs take.
   VEK_INLINE int64_t iterations() const { return larger(1, kFirScratch / larger(up, down)); }
   VEK_INLINE int64_t scratch() const { return larger(kFirScratch, up); }
-  VEK_INLINE int64_t window() const { return history() + down + larger(kFirScratch, down); }
+  VEK_INLINE int64_t window() const { return history() + kFirMostStreams + larger(kFirScratch, down); }
   VEK_INLINE int64_t stream() const { return streamHistory() + iterations(); }
 };
 

@@ -40,21 +40,25 @@ struct Complex {
 VEK_INLINE Complex hornerStep(Complex z, Rotation w, double xRe, double xIm) {
   return {z.re * w.c + z.im * w.s + xRe, z.im * w.c - z.re * w.s + xIm};
 }
-// The real form adds nothing to the imaginary part, not even a zero.
-VEK_INLINE Complex hornerStep(Complex z, Rotation w, Vek32f x) {
-  return {z.re * w.c + z.im * w.s + double(x), z.im * w.c - z.re * w.s};
-}
-VEK_INLINE Complex hornerStep(Complex z, Rotation w, Vek32fc x) { return hornerStep(z, w, x.re, x.im); }
+
+template <class T>
+constexpr bool kReal = kSame<T, Vek32f>;
 
 template <class T>
 VEK_INLINE Complex recurrence(const T* src, ptrdiff_t n, Rotation w) {
   Complex z = {0, 0};
-  for (ptrdiff_t i = n; i-- > 0;) z = hornerStep(z, w, src[i]);
+  for (ptrdiff_t i = n; i-- > 0;) {
+    if constexpr (kReal<T>) {
+      // Nothing is added to the imaginary part, not even a zero.
+      z = {z.re * w.c + z.im * w.s + double(src[i]), z.im * w.c - z.re * w.s};
+    } else {
+      z = hornerStep(z, w, src[i].re, src[i].im);
+    }
+  }
   return z;
 }
 
-// ---- real samples: N packs of real parts and N of imaginary parts, one recurrence a lane
-// ------------------------------
+// ---- real samples: N packs of real parts and N of imaginary parts, one recurrence a lane ----------------------------
 
 template <int N>
 struct RealLanes {
@@ -71,16 +75,11 @@ VEK_INLINE void step(RealLanes<N>& z, Pack<double> c, Pack<double> s, const Pack
   }
 }
 
-// The samples of the last, partial block, zeros behind them.
 template <int N>
 VEK_INLINE void loadSamples(const float* p, Pack<double> (&x)[N]) {
 #pragma GCC unroll 8
   for (int k = 0; k < N; ++k) x[k] = loadDouble(p + 4 * k);
 }
-VEK_INLINE void copySamples(float* to, const float* from, ptrdiff_t n) {
-  __builtin_memcpy(to, from, size_t(n) * sizeof(float));
-}
-
 // 4 * N recurrences; packs first (step w^4), then the four lanes (step w).
 template <int N>
 VEK_INLINE Complex join(const RealLanes<N>& z, Rotation w, Rotation w4) {
@@ -107,7 +106,7 @@ VEK_INLINE void evaluate(const float* src, ptrdiff_t n, const Rotation (&w)[F], 
   Rotation w4[F];
   const ptrdiff_t whole = n & -block;
   alignas(32) float last[block] = {};
-  copySamples(last, src + whole, n - whole);
+  __builtin_memcpy(last, src + whole, size_t(n - whole) * sizeof(float));
   loadSamples(last, x);
 #pragma GCC unroll 2
   for (int f = 0; f < F; ++f) {
@@ -127,8 +126,7 @@ VEK_INLINE void evaluate(const float* src, ptrdiff_t n, const Rotation (&w)[F], 
   for (int f = 0; f < F; ++f) out[f] = join(z[f], w[f], w4[f]);
 }
 
-// ---- complex samples: pairs (re, im), two recurrences a pack
-// -----------------------------------------------------------
+// ---- complex samples: pairs (re, im), two recurrences a pack --------------------------------------------------------
 
 template <int F, int N, int Log>
 VEK_INLINE void evaluate(const Vek32fc* samples, ptrdiff_t n, const Rotation (&w)[F], Complex (&out)[F]) {
@@ -137,7 +135,7 @@ VEK_INLINE void evaluate(const Vek32fc* samples, ptrdiff_t n, const Rotation (&w
   Pack<double> z[F][N], c[F], s[F], x[N];
   const ptrdiff_t whole = n & -block;
   alignas(32) float last[2 * block] = {};
-  copySamples(last, src + 2 * whole, 2 * (n - whole));
+  __builtin_memcpy(last, src + 2 * whole, size_t(n - whole) * 2 * sizeof(float));
   loadSamples(last, x);
 #pragma GCC unroll 2
   for (int f = 0; f < F; ++f) {
@@ -167,13 +165,9 @@ VEK_INLINE void evaluate(const Vek32fc* samples, ptrdiff_t n, const Rotation (&w
   }
 }
 
-// ---- entries
-// ----------------------------------------------------------------------------------------------------------
+// ---- entries --------------------------------------------------------------------------------------------------------
 
-// Lanes for real samples hold one part each, so twice the recurrences fit the same packs.
-template <class T>
-constexpr bool kReal = kSame<T, Vek32f>;
-
+// A lane of a real form's pack is a whole recurrence, of a complex form's pack half of one.
 template <int F, class T>
 VEK_NOINLINE void transform(const T* src, ptrdiff_t n, const Vek32f* freq, Vek32fc* val) {
   Rotation w[F];

@@ -7,8 +7,7 @@
 namespace vek::VEK_SLOT {
 namespace {
 
-// ---- building a state
-// ----------------------------------------------------------------------------------------------------
+// ---- building a state ---------------------------------------------------------------------------------------------
 
 constexpr int64_t roundUp(int64_t bytes) { return (bytes + 31) / 32 * 32; }
 
@@ -17,14 +16,15 @@ struct Layout {
   int64_t delay, nextDelay, tables, size;
 };
 template <class V>
-VEK_INLINE Layout layoutOf(int64_t sections, int64_t order) {
-  const int64_t width = sizeof(V), delays = roundUp((sections * order + 1) * width);
+VEK_INLINE Layout layoutOf(int64_t numBq, int64_t order) {
+  const int64_t sections = numBq == 0 ? 1 : numBq, width = sizeof(V), delays = roundUp((sections * order + 1) * width);
   Layout l;
   l.delay = kIirHeader + roundUp(sections * (2 * order + 1) * width);
   l.nextDelay = l.delay + delays;
   l.tables = l.nextDelay + (kIirBlocks ? delays : 0);
   l.size = l.tables;
-  if (kIirBlocks && order <= kBlockMaxOrder) l.size += sections * 32 * tablePacks(kParts<V>, order);
+  if (kIirBlocks && order <= kBlockMaxOrder)
+    l.size += 32 * (runsAsCascade<V>(numBq) ? cascadeTablePacks(sections) : sections * tablePacks(kParts<V>, order));
   return l;
 }
 
@@ -43,6 +43,9 @@ template <class V>
 VEK_INLINE double* tablesFor(const IirState& s, double* tables) {
   if (!kIirBlocks || section<V>(s, 0).order > kBlockMaxOrder) return nullptr;
   if constexpr (kIirBlocks) {
+    if constexpr (!kComplex<V>) {
+      if (runsAsCascade<V>(s.numBq)) return buildCascadeTable(tables, s) ? tables : nullptr;
+    }
     double* t = tables;
     for (int i = 0; i < sections(s); ++i) {
       const Section<V> q = section<V>(s, i);
@@ -59,7 +62,7 @@ VEK_INLINE VekStatus buildState(IirState** state, const typename K::Coef* taps, 
   using V = typename K::Value;
   char* start = reinterpret_cast<char*>((reinterpret_cast<uintptr_t>(buffer) + 31) & ~uintptr_t(31));
   const int64_t count = numBq == 0 ? 1 : numBq;
-  const Layout at = layoutOf<V>(count, order);
+  const Layout at = layoutOf<V>(numBq, order);
   IirState* s = reinterpret_cast<IirState*>(start);
   s->id = numBq == 0 ? K::orderId : K::biquadId;
   s->coefs = start + kIirHeader;
@@ -93,7 +96,7 @@ VEK_INLINE VekStatus allocateState(State** state, const typename K::Coef* taps, 
                                    const typename K::Coef* delay) {
   if (!state || !taps) return vekStsNullPtrErr;
   if (order < 1 || numBq < 0) return vekStsIIROrderErr;
-  void* block = allocate(layoutOf<typename K::Value>(numBq == 0 ? 1 : numBq, order).size);
+  void* block = allocate(layoutOf<typename K::Value>(numBq, order).size);
   if (!block) return vekStsMemAllocErr;
   const VekStatus e = buildState<K>(reinterpret_cast<IirState**>(state), taps, numBq, order, delay, block, true);
   if (e != vekStsNoErr) release(block);
@@ -114,8 +117,7 @@ VEK_INLINE VekStatus freeState(void* state) {
   return vekStsNoErr;
 }
 
-// ---- filtering
-// -----------------------------------------------------------------------------------------------------------
+// ---- filtering ----------------------------------------------------------------------------------------------------
 
 // Fewer samples than this are not worth a block.
 constexpr int kFewSamples = 6;
@@ -127,6 +129,12 @@ VEK_INLINE VekStatus filter(const typename K::Sample* src, typename K::Sample* d
   if (s.id != K::orderId && s.id != K::biquadId) return vekStsContextMatchErr;
   if constexpr (kIirBlocks) {
     if (s.tables && len >= kFewSamples) {
+      if constexpr (!kComplex<typename K::Sample>) {
+        if (runsAsCascade<typename K::Value>(s.numBq)) {
+          filterCascade(src, dst, len, s);
+          return vekStsNoErr;
+        }
+      }
       filterByBlocks<K>(src, dst, len, s);
       return vekStsNoErr;
     }

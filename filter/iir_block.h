@@ -11,6 +11,7 @@
 #define VEK_FILTER_IIR_BLOCK_H
 
 #include "core/simd/convert.h"
+#include "filter/iir_cascade.h"
 #include "filter/iir_state.h"
 
 namespace vek::VEK_SLOT {
@@ -19,14 +20,13 @@ namespace {
 constexpr int kBlockMaxOrder = 32;
 constexpr int kBlockReals = 8;
 // Real numbers that pass through all sections at a time, and room for the past in front of them.
-constexpr int kChunkReals = 512, kPastReals = 2 * kBlockMaxOrder;
+constexpr int kChunkReals = 1024, kPastReals = 2 * kBlockMaxOrder;
 
 struct Chunk {
   alignas(32) double x[kPastReals + kChunkReals];
 };
 
-// ---- tables
-// --------------------------------------------------------------------------------------------------------------
+// ---- tables -------------------------------------------------------------------------------------------------------
 
 // Packs of a section: the columns of v for the lower and for the upper half of the block, then those of past outputs,
 // oldest first, two packs each.
@@ -81,8 +81,7 @@ VEK_INLINE bool buildTable(double* table, Section<V> s) {
   return finite;
 }
 
-// ---- one section
-// ---------------------------------------------------------------------------------------------------------
+// ---- one section --------------------------------------------------------------------------------------------------
 
 VEK_INLINE Pack<double> numerator(const double* x, const double* b, int order) {
   Pack<double> v = broadcast(b[0]) * load(x);
@@ -105,8 +104,10 @@ template <int FixedOrder, class V>
 VEK_INLINE void filterBlocks(const double* x, double* y, int reals, Section<V> s, const V* delay, const double* table) {
   constexpr int parts = kParts<V>, low = lowColumns(parts), high = highColumns(parts);
   const int order = FixedOrder != 0 ? FixedOrder : s.order, pasts = order * parts;
-  alignas(32) double pending[kPastReals + kBlockReals] = {};
-  __builtin_memcpy(pending, delay, size_t(pasts) * sizeof(double));
+  constexpr int room = FixedOrder != 0 ? kBlockReals : kPastReals;
+  alignas(32) double pending[room] = {};
+  const double* outstanding = reinterpret_cast<const double*>(delay);
+  for (int i = 0; i < pasts; ++i) pending[i] = outstanding[i];
   const double* past = table + 4 * (low + high);
   Pack<double> last = zeros<double>();
   for (int i = 0; i < reals; i += kBlockReals) {
@@ -167,8 +168,13 @@ VEK_INLINE void leaveDelay(const double* x, const double* y, int n, Section<V> s
   }
 }
 
-// ---- a vector
-// ------------------------------------------------------------------------------------------------------------
+// Real cascades of several sections take a section a lane; a lone section and complex ones run in blocks.
+template <class V>
+constexpr bool runsAsCascade(int64_t numBq) {
+  return !kComplex<V> && numBq > 1;
+}
+
+// ---- a vector -----------------------------------------------------------------------------------------------------
 
 VEK_INLINE void widenChunk(double* x, const float* src, int reals) {
   int i = 0;
@@ -223,7 +229,8 @@ VEK_NOINLINE void filterByBlocks(const typename K::Sample* src, typename K::Samp
   using V = typename K::Value;
   constexpr int parts = kParts<V>, most = kChunkReals / parts;
   Chunk a, b;
-  for (int i = 0; i < kPastReals; ++i) a.x[i] = b.x[i] = 0;
+  const int past = section<V>(s, 0).order * parts;
+  for (int i = kPastReals - past; i < kPastReals; ++i) a.x[i] = b.x[i] = 0;
   for (ptrdiff_t done = 0; done < n;) {
     const int count = n - done < most ? int(n - done) : most;
     const float* in = reinterpret_cast<const float*>(src + done);

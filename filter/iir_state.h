@@ -9,8 +9,7 @@
 namespace vek::VEK_SLOT {
 namespace {
 
-// ---- arithmetic of the element types
-// -----------------------------------------------------------------------------------
+// ---- arithmetic of the element types ------------------------------------------------------------------------------
 
 template <class T>
 constexpr bool kComplex = kSame<T, Vek32fc> || kSame<T, Vek64fc>;
@@ -49,8 +48,7 @@ VEK_INLINE Vek64fc reciprocal(Vek64fc a) {
 }
 VEK_INLINE Vek32fc reciprocal(Vek32fc a) { return convertTo<Vek32fc>(reciprocal(convertTo<Vek64fc>(a))); }
 
-// ---- kinds
-// --------------------------------------------------------------------------------------------------------------
+// ---- kinds --------------------------------------------------------------------------------------------------------
 
 // From here up filters run in blocks, in double precision.
 constexpr bool kIirBlocks = kSse41;
@@ -119,8 +117,7 @@ VEK_INLINE Section<V> section(const IirState& s, int index) {
 }
 VEK_INLINE int sections(const IirState& s) { return s.numBq == 0 ? 1 : s.numBq; }
 
-// ---- the recursion
-// --------------------------------------------------------------------------------------------------------
+// ---- the recursion ------------------------------------------------------------------------------------------------
 
 // The delay line has an element more than the order, which is always zero.
 template <class V>

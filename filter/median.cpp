@@ -8,8 +8,7 @@
 namespace vek::VEK_SLOT {
 namespace {
 
-// ---- the signal with its edge elements repeated
-// ------------------------------------------------------------------------
+// ---- the signal with its edge elements repeated ---------------------------------------------------------------------
 
 // Elements from .. from + count - 1, where those below 0 are src[0] and those from len on are src[len - 1].
 template <class T>
@@ -40,8 +39,7 @@ struct OrderedType<float> {
 template <class T>
 using Ordered = typename OrderedType<T>::Type;
 
-// ---- short masks
-// --------------------------------------------------------------------------------------------------------
+// ---- short masks ----------------------------------------------------------------------------------------------------
 
 template <class T>
 VEK_INLINE void slideRegisters(const T* window, T* dst, int64_t n, int mask) {
@@ -96,8 +94,7 @@ VEK_INLINE void filterShort(const T* src, T* dst, int64_t len, int mask) {
   filterPieces(src, dst, len, len - half, len, mask);
 }
 
-// ---- long masks
-// ---------------------------------------------------------------------------------------------------------
+// ---- long masks -----------------------------------------------------------------------------------------------------
 
 template <class T>
 VEK_INLINE VekStatus filterLong(const T* src, T* dst, int64_t len, int64_t mask) {
@@ -117,8 +114,7 @@ VEK_INLINE VekStatus filterLong(const T* src, T* dst, int64_t len, int64_t mask)
   return vekStsNoErr;
 }
 
-// ---- entries
-// ------------------------------------------------------------------------------------------------------------
+// ---- entries --------------------------------------------------------------------------------------------------------
 
 template <class T>
 VEK_INLINE VekStatus filterMedian(const T* src, T* dst, int len, int maskSize) {

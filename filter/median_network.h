@@ -19,8 +19,7 @@ VEK_INLINE void sortTwo(Pack<T>& a, Pack<T>& b) {
 // A float's bits to an integer of the same order, -0 below +0 and NaNs outside the infinities; its own inverse.
 VEK_INLINE Pack<int32_t> floatOrder(Pack<int32_t> x) { return x ^ bits<int32_t>(bits<uint32_t>(x >> 31) >> 1); }
 
-// ---- masks up to 9: the window in registers
-// -----------------------------------------------------------------------------
+// ---- masks up to 9: the window in registers -------------------------------------------------------------------------
 
 template <class T>
 VEK_INLINE Pack<T> medianOf3(Pack<T> a, Pack<T> b, Pack<T> c) {
@@ -77,19 +76,6 @@ VEK_NOINLINE void medianBlockBits(float* d, const float* s) {
 #pragma GCC unroll 9
   for (int k = 0; k < M; ++k) v[k] = floatOrder(bits<int32_t>(load(s + k)));
   store(d, bits<float>(floatOrder(medianOf<M>(v))));
-}
-
-// Lanes where either float is a NaN.
-template <class T>
-VEK_INLINE Mask<T> unordered(Pack<T> a, Pack<T> b) {
-  return each<Mask<T>>([&](int i) VEK_LAMBDA {
-    using Reg = typename Mask<T>::Reg;
-    if constexpr (sizeof(Reg) == 32) {
-      return regCast<Reg>(_mm256_cmp_ps((__m256)a.r[i], (__m256)b.r[i], _CMP_UNORD_Q));
-    } else {
-      return regCast<Reg>(_mm_cmpunord_ps((__m128)a.r[i], (__m128)b.r[i]));
-    }
-  });
 }
 
 // True if no float that N packs of outputs read is a NaN or -0: all others keep the order of integers under the minimum
@@ -155,11 +141,11 @@ VEK_NOINLINE void slideNetwork(const T* window, T* dst, ptrdiff_t n) {
   copyShort(dst, out, n * ptrdiff_t(sizeof(T)));
 }
 
-// ---- masks up to 33: sorted halves that windows share
-// -------------------------------------------------------------------- With half = mask / 2, the window of an output is
-// a centre and two runs of `half` elements, and the run before one centre is the run after another: every run is sorted
-// once. Sorted ascending, a[k] and b[half - 1 - k] pair up so that the minima are the `half` smallest and the maxima
-// the `half` largest of both runs; the median is the centre, held between the largest minimum and the smallest maximum.
+// ---- masks up to 33: sorted halves that windows share ---------------------------------------------------------------
+// With half = mask / 2, the window of an output is a centre and two runs of `half` elements, and the run before one
+// centre is the run after another: every run is sorted once. Sorted ascending, a[k] and b[half - 1 - k] pair up so that
+// the minima are the `half` smallest and the maxima the `half` largest of both runs; the median is the centre, held
+// between the largest minimum and the smallest maximum.
 
 constexpr int kListMask = 33;
 constexpr int kListHalf = kListMask / 2;

@@ -11,8 +11,7 @@
 namespace vek::VEK_SLOT {
 namespace {
 
-// ---- ranks
-// --------------------------------------------------------------------------------------------------------------
+// ---- ranks ----------------------------------------------------------------------------------------------------------
 
 // Outputs for which a stretch is ranked at a time: enough to share the sort of the mask's width between them.
 VEK_INLINE int64_t rankPiece(int64_t len, int64_t mask) {
@@ -62,6 +61,17 @@ VEK_INLINE int previousBit(const uint64_t* set, int at) {
   return word * 64 + 63 - __builtin_clzll(x);
 }
 
+// One set bit up or down, or neither. Which is as good as random and must not become a branch; that the bit lies in the
+// same word is likely.
+VEK_INLINE int slideMedian(const uint64_t* set, int at, bool up, bool down) {
+  constexpr uint64_t top = uint64_t(1) << 63;
+  const uint64_t word = set[at >> 6], above = word >> (at & 63) >> 1, below = word << (~at & 63) << 1;
+  if (__builtin_expect((up & (above == 0)) | (down & (below == 0)), 0))
+    return up ? nextBit(set, at) : previousBit(set, at);
+  const int next = 1 + __builtin_ctzll(above | top), previous = -1 - __builtin_clzll(below | 1);
+  return at + (next & -int(up)) + (previous & -int(down));
+}
+
 // `count` outputs from count + 2 * half elements.
 template <class K>
 VEK_INLINE void slideRanks(const K* window, K* dst, int count, int half, const RankSpace<K>& space) {
@@ -80,11 +90,7 @@ VEK_INLINE void slideRanks(const K* window, K* dst, int count, int half, const R
     const int out = space.rank[i - 1], in = space.rank[i + mask - 1];
     flip(out);
     flip(in);
-    if (in > median) {
-      if (out <= median) median = nextBit(set, median);
-    } else if (out >= median) {
-      median = previousBit(set, median);
-    }
+    median = slideMedian(set, median, (in > median) & (out <= median), (in < median) & (out >= median));
     dst[i] = space.keys[median];
   }
 }
@@ -96,8 +102,7 @@ VEK_NOINLINE void slideLong(const K* window, K* dst, int64_t len, int64_t half, 
     slideRanks(window + i, dst + i, int(len - i < piece ? len - i : piece), int(half), space);
 }
 
-// ---- bytes
-// --------------------------------------------------------------------------------------------------------------
+// ---- bytes ----------------------------------------------------------------------------------------------------------
 
 // How often each value is in the window, and each run of 16 values.
 struct Histogram {

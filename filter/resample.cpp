@@ -15,8 +15,7 @@ VEK_INLINE VekStatus checkSampling(const void* src, int srcLen, const void* dst,
   return *phase < 0 || *phase >= factor ? vekStsSamplePhaseErr : vekStsNoErr;
 }
 
-// ---- up
-// ---------------------------------------------------------------------------------------------------------------
+// ---- up -------------------------------------------------------------------------------------------------------------
 
 // One pack of samples to Factor packs of output, Factor a power of two: the samples are interleaved with zeros, at the
 // place that the highest bit of the phase tells, and the two halves go on alike with the rest of the phase.
@@ -48,7 +47,8 @@ template <int Factor, int Phase, class W>
 VEK_NOINLINE ptrdiff_t spreadAll(const W* src, ptrdiff_t n, W* dst) {
   constexpr int lanes = Pack<W>::lanes;
   ptrdiff_t i = 0;
-  for (; i + lanes <= n; i += lanes) spread<Factor>(dst + i * Factor, load(src + i), Phase);
+#pragma GCC unroll 4
+  for (; i <= n - lanes; i += lanes) spread<Factor>(dst + i * Factor, load(src + i), Phase);
   return i;
 }
 
@@ -81,24 +81,41 @@ VEK_INLINE VekStatus sampleUp(const T* src, int srcLen, T* dst, int* dstLen, int
   return vekStsNoErr;
 }
 
-// ---- down
-// -------------------------------------------------------------------------------------------------------------
+// ---- down -----------------------------------------------------------------------------------------------------------
+
+// Every other word of two packs, from the first (Phase 0) or the second.
+template <int Phase, class W>
+VEK_INLINE Pack<W> everyOther(const W* s) {
+  constexpr int lanes = Pack<W>::lanes;
+  if constexpr (Pack<W>::regs == 1) {
+    const __m256i x = whole(load(s)), y = whole(load(s + lanes));
+    __m256i z;
+    if constexpr (sizeof(W) == 4) {
+      z = (__m256i)_mm256_shuffle_ps((__m256)x, (__m256)y, Phase == 0 ? 0x88 : 0xDD);
+    } else {
+      z = Phase == 0 ? unpackLow<8>(x, y) : unpackHigh<8>(x, y);
+    }
+    return {{regCast<typename Pack<W>::Reg>(_mm256_permute4x64_epi64(z, 0xD8))}};
+  } else {
+    const Two<W> t = deinterleave(load(s), load(s + lanes));
+    return Phase == 0 ? t.a : t.b;
+  }
+}
 
 // Whole periods only: the packs that are read end with the last period that lies inside the source.
-template <int Factor, class W>
-VEK_INLINE ptrdiff_t gatherPacks(const W* src, ptrdiff_t srcLen, W* dst, int phase) {
+template <int Factor, int Phase, class W>
+VEK_NOINLINE ptrdiff_t gatherPacks(const W* src, ptrdiff_t srcLen, W* dst) {
   constexpr int lanes = Pack<W>::lanes;
+  const ptrdiff_t last = srcLen / Factor - lanes;
   ptrdiff_t k = 0;
-  for (; (k + lanes) * Factor <= srcLen; k += lanes) {
+#pragma GCC unroll 4
+  for (; k <= last; k += lanes) {
     if constexpr (Factor == 2) {
-      const Two<W> t = deinterleave(load(src + k * 2), load(src + k * 2 + lanes));
-      store(dst + k, phase == 0 ? t.a : t.b);
+      store(dst + k, everyOther<Phase>(src + k * 2));
     } else {
       const W* s = src + k * 4;
-      const Two<W> low = deinterleave(load(s), load(s + lanes)),
-                   high = deinterleave(load(s + 2 * lanes), load(s + 3 * lanes));
-      const Two<W> t = phase & 1 ? deinterleave(low.b, high.b) : deinterleave(low.a, high.a);
-      store(dst + k, phase & 2 ? t.b : t.a);
+      const Two<W> t = deinterleave(everyOther<Phase % 2>(s), everyOther<Phase % 2>(s + 2 * lanes));
+      store(dst + k, Phase / 2 == 0 ? t.a : t.b);
     }
   }
   return k;
@@ -107,12 +124,12 @@ VEK_INLINE ptrdiff_t gatherPacks(const W* src, ptrdiff_t srcLen, W* dst, int pha
 template <class W>
 VEK_INLINE void pick(const W* src, ptrdiff_t srcLen, W* dst, ptrdiff_t count, int factor, int phase) {
   ptrdiff_t k = 0;
-  if (factor == 2) k = phase == 0 ? gatherPacks<2>(src, srcLen, dst, 0) : gatherPacks<2>(src, srcLen, dst, 1);
+  if (factor == 2) k = phase == 0 ? gatherPacks<2, 0>(src, srcLen, dst) : gatherPacks<2, 1>(src, srcLen, dst);
   if (factor == 4) {
-    k = phase == 0   ? gatherPacks<4>(src, srcLen, dst, 0)
-        : phase == 1 ? gatherPacks<4>(src, srcLen, dst, 1)
-        : phase == 2 ? gatherPacks<4>(src, srcLen, dst, 2)
-                     : gatherPacks<4>(src, srcLen, dst, 3);
+    k = phase == 0   ? gatherPacks<4, 0>(src, srcLen, dst)
+        : phase == 1 ? gatherPacks<4, 1>(src, srcLen, dst)
+        : phase == 2 ? gatherPacks<4, 2>(src, srcLen, dst)
+                     : gatherPacks<4, 3>(src, srcLen, dst);
   }
   for (; k < count; ++k) dst[k] = src[k * factor + phase];
 }

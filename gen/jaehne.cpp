@@ -14,23 +14,21 @@ constexpr double reciprocalFactorial(int n) {
   return n / 2 % 2 == 0 ? 1 / f : -1 / f;
 }
 
-// sin(x) for 0 <= x < 2^32. The multiple of pi nearest to x is taken off in parts: products of the multiple, below
-// 2^31, with the 22-bit parts of pi are exact, and so are the first two differences; what the third loses is carried
-// along. The sine of the rest is its Taylor series, whose remainder at pi/2 is below 2^-59.
+// sin(x) for 0 <= x < 2^32. The multiple of pi nearest to x is taken off in three parts: products of the multiple,
+// below 2^31, with the first two, of 22 bits each, are exact, and so are the differences. The sine of the rest is its
+// Taylor series, whose remainder at pi/2 is below 2^-59.
 VEK_INLINE Pack<double> sine(Pack<double> x) {
   const auto constant = [](double c) VEK_LAMBDA { return broadcast(c); };
   // Adding 1.5 * 2^52 rounds to an integer and leaves its parity in the lowest bit.
   const Pack<double> big = constant(6755399441055744.0);
   const Pack<double> shifted = x * constant(0.3183098861837907) + big, q = shifted - big;
   const Pack<double> near = x - q * constant(0x3243F6p-20) - q * constant(0x2A2216p-42);
-  const Pack<double> third = q * constant(0x2308D3p-64), r = near - third;
-  const Pack<double> rest = (near - r) - third - q * constant(0x1.3198A2E037073p-68);
+  const Pack<double> r = near - q * constant(0x1.18469898CC517p-43);
   const Pack<double> s = r * r;
   Pack<double> p = constant(reciprocalFactorial(21));
 #pragma GCC unroll 9
   for (int n = 19; n >= 3; n -= 2) p = p * s + constant(reciprocalFactorial(n));
-  const Pack<double> slope = constant(1.0) - s * (constant(0.5) - s * constant(1.0 / 24));
-  const Pack<double> y = r + (r * s * p + rest * slope);
+  const Pack<double> y = r + r * (s * p);
   return bits<double>(bits<uint64_t>(y) ^ (bits<uint64_t>(shifted) << 63));
 }
 

@@ -6,8 +6,7 @@
 namespace vek::VEK_SLOT {
 namespace {
 
-// ---- rounding to integers, halves away from zero
-// ---------------------------------------------------------------------
+// ---- rounding to integers, halves away from zero ------------------------------------------------------------------
 
 // Adding the number just below one half rounds every value right: one half itself would carry 0.49999997 up to 1.
 VEK_INLINE Pack<float> awayFromZero(Pack<float> x) { return x + (broadcast(0x1.FFFFFEp-2f) | signOf(x)); }
@@ -24,8 +23,7 @@ VEK_INLINE Pack<int32_t> toInt32Saturated(Group<double, 2> x) {
   return toInt32Truncated(Group<double, 2>{{minOf(high, x.p[0]), minOf(high, x.p[1])}});
 }
 
-// ---- sixteen or eight elements from their indices
-// ---------------------------------------------------------------------
+// ---- sixteen or eight elements from their indices -----------------------------------------------------------------
 
 VEK_INLINE Pack<float> line(Pack<int32_t> index, float offset, float slope) {
   return broadcast(offset) + broadcast(slope) * toFloat(index);
@@ -86,7 +84,7 @@ VEK_INLINE void fillWith(D* dst, ptrdiff_t from, ptrdiff_t to, D value) {
   for (ptrdiff_t i = from; i < to; ++i) dst[i] = value;
 }
 
-// ---- saturated stretches -------------------------------------------------------------------------------------------
+// ---- saturated stretches ------------------------------------------------------------------------------------------
 
 // The index at which the line passes a bound, held to the range of indices. NaN (a line of NaN, or one that lies on
 // the bound and is too flat to leave it) gives `otherwise`.

@@ -8,8 +8,7 @@
 namespace vek::VEK_SLOT {
 namespace {
 
-// ---- the two integer sequences
-// ----------------------------------------------------------------------------------------
+// ---- the two integer sequences ------------------------------------------------------------------------------------
 
 constexpr uint32_t kFactor = 69069, kIncrement = 1013904243, kCongruentialStart = 1131199209;
 
@@ -26,7 +25,10 @@ struct Subtractor {
   VEK_INLINE explicit Subtractor(uint32_t seed)
       : a(seed), b(afterSteps(seed, 1)), c(afterSteps(seed, 2)), borrow(~uint32_t(0)) {}
   VEK_INLINE uint32_t difference(uint32_t x, uint32_t y) {
-    const uint32_t d = x - y + borrow, corrected = d - 18;
+    uint32_t d = x - y;
+    __asm__("" : "+r"(d));  // keeps the compiler from adding the borrow, which comes last, first
+    d += borrow;
+    const uint32_t corrected = d - 18;
     borrow = uint32_t(int32_t(d) >> 31);
     return int32_t(d) < 0 ? corrected : d;
   }
@@ -59,7 +61,7 @@ struct Congruential {
   }
 };
 
-// ---- uniform -------------------------------------------------------------------------------------------------------
+// ---- uniform ------------------------------------------------------------------------------------------------------
 
 struct Mapping {
   double scale, centre;
@@ -106,7 +108,7 @@ VEK_INLINE uint32_t fillUniform(float* dst, int len, Mapping map, uint32_t seed)
   return last;
 }
 
-// ---- Gauss ---------------------------------------------------------------------------------------------------------
+// ---- Gauss --------------------------------------------------------------------------------------------------------
 
 constexpr int kPairs = 64;
 

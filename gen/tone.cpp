@@ -20,14 +20,21 @@ VEK_INLINE void fillTone(float* dst, int len, double magn, double freq, double p
   const __m128d d = _mm_set1_pd(c * c - 2);
   __m128d before = _mm_setr_pd(x0, x1), last = _mm_setr_pd(x2, x3);
   ptrdiff_t n = 4;
+  for (; n + 4 <= len; n += 4) {
+    before = d * last - before;
+    storePair(dst + n, before);
+    last = d * before - last;
+    storePair(dst + n + 2, last);
+  }
   const auto step = [&]() VEK_LAMBDA {
     const __m128d next = d * last - before;
     before = last;
     last = next;
   };
-  for (; n + 2 <= len; n += 2) {
+  if (n + 2 <= len) {
     step();
     storePair(dst + n, last);
+    n += 2;
   }
   if (n < len) {
     step();
@@ -42,12 +49,14 @@ VEK_INLINE void fillTone(Vek32fc* dst, int len, double magn, double freq, double
   __m128d last = _mm_setr_pd(magn * cos(phase + omega), magn * sin(phase + omega));
   storePair(&dst[0].re, before);
   if (len > 1) storePair(&dst[1].re, last);
-  for (ptrdiff_t n = 2; n < len; ++n) {
-    const __m128d next = c * last - before;
-    before = last;
-    last = next;
-    storePair(&dst[n].re, last);
+  ptrdiff_t n = 2;
+  for (; n + 2 <= len; n += 2) {
+    before = c * last - before;
+    storePair(&dst[n].re, before);
+    last = c * before - last;
+    storePair(&dst[n + 1].re, last);
   }
+  if (n < len) storePair(&dst[n].re, c * last - before);
 }
 
 template <class D>

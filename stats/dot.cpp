@@ -11,7 +11,8 @@ namespace {
 // The defining order: a prologue brings the second source to 16 bytes (data off 4-byte alignment never gets there), two
 // four-lane sums run over groups of eight, the first of them taking the prologue's sum over, and the rest follows one
 // by one.
-VEK_INLINE float orderedDot(const float* src1, const float* src2, ptrdiff_t n) {
+template <class T>
+VEK_INLINE T orderedDot(const T* src1, const T* src2, ptrdiff_t n) {
   const uintptr_t address = reinterpret_cast<uintptr_t>(src2);
   ptrdiff_t scalar = ptrdiff_t(-address & 15) / 4;
   if (address % 4 != 0 || scalar > n) scalar = n;
@@ -28,7 +29,8 @@ VEK_INLINE float orderedDot(const float* src1, const float* src2, ptrdiff_t n) {
   return sum;
 }
 
-VEK_INLINE float regroupedDot(const float* src1, const float* src2, ptrdiff_t n) {
+template <class T>
+VEK_INLINE T regroupedDot(const T* src1, const T* src2, ptrdiff_t n) {
   constexpr int K = kChains<float>;
   Pack<float> sum[K];
 #pragma GCC unroll 8
@@ -62,7 +64,7 @@ VEK_INLINE Vek32fc complexDot(const float* src1, const float* src2, ptrdiff_t n)
 #pragma GCC unroll 4
   for (int k = 0; k < K; ++k) straight[k] = crossed[k] = zeros<float>();
   const auto add = [&](int k, ptrdiff_t at) VEK_LAMBDA {
-    const Pack<float> x = load(src1 + at), y = load(src2 + at);
+    const Pack<float> x = loadOnce(src1 + at), y = loadOnce(src2 + at);
     straight[k] = fusedMulAdd(x, y, straight[k]);
     crossed[k] = fusedMulAdd(x, swapPairs(y), crossed[k]);
   };

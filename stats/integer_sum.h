@@ -41,7 +41,7 @@ VEK_INLINE int64_t blockSum(const int32_t* p, ptrdiff_t n) {
   for (int k = 0; k < 4; ++k) sum[k] = high[k] = zeros<int32_t>();
   ptrdiff_t i = 0;
   const auto add = [&](int k, const int32_t* at) VEK_LAMBDA {
-    const Pack<int32_t> x = load(at);
+    const Pack<int32_t> x = loadOnce(at);
     sum[k] = sum[k] + x;
     high[k] = high[k] + (x >> 16);
   };

@@ -10,7 +10,8 @@ namespace {
 // ---------------------------------------------------------------------------------------------------------------
 
 // Two partial sums by the parity of the index; groups of four first, then the rest one by one.
-VEK_INLINE double orderedMeanSum(const float* src, ptrdiff_t n) {
+template <class T>
+VEK_INLINE double orderedMeanSum(const T* src, ptrdiff_t n) {
   __m128d sum = _mm_setzero_pd();
   ptrdiff_t i = 0;
   for (; i + 4 <= n; i += 4) {

@@ -61,7 +61,7 @@ VEK_INLINE float largestPowerInDouble(float least, const float* src, ptrdiff_t p
 constexpr float kPowerError = 0x1p-20f, kPowerUnderflow = 0x1p-140f;
 
 VEK_INLINE Pack<float> roughPower(const float* p) {
-  const Two<float> z = splitPairs(load(p), load(p + 8));
+  const Two<float> z = splitPairs(loadOnce(p), loadOnce(p + 8));
   return fusedMulAdd(z.a, z.a, z.b * z.b);
 }
 
@@ -124,7 +124,7 @@ VEK_INLINE __m128d oneComplex(const float* p, const float* q) {
 }
 
 VEK_INLINE Pack<double> magnitudes(Group<double, 2> x) {
-  const Two<double> z = deinterleave(x.p[0], x.p[1]);
+  const Two<double> z = splitPairs(x.p[0], x.p[1]);
   return squareRoot(z.a * z.a + z.b * z.b);
 }
 VEK_INLINE double magnitudeOf(__m128d x) { return __builtin_sqrt(x[0] * x[0] + x[1] * x[1]); }

@@ -26,6 +26,21 @@ VEK_INLINE T read(const T* p) {
   return x;
 }
 
+// A load that stays one. Of a plain load with two users the compiler makes an operand in memory for each, and loads
+// are what limits the loops that use this.
+template <class T>
+VEK_INLINE Pack<T> loadOnce(const T* p) {
+  return each<Pack<T>>([&](int i) VEK_LAMBDA {
+    using Reg = typename Pack<T>::Reg;
+    const T* at = p + i * Pack<T>::regLanes;
+    if constexpr (sizeof(Reg) == 32) {
+      return regCast<Reg>(*reinterpret_cast<const volatile __m256i_u*>(at));
+    } else {
+      return regCast<Reg>(*reinterpret_cast<const volatile __m128i_u*>(at));
+    }
+  });
+}
+
 // ---- the same terms on packs and on single elements -----------------------------------------------------------------
 
 VEK_INLINE double magnitude(double x) { return __builtin_fabs(x); }

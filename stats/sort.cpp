@@ -7,19 +7,35 @@
 namespace vek::VEK_SLOT {
 namespace {
 
-// ---- bytes
-// ------------------------------------------------------------------------------------------------------------
+// ---- bytes ----------------------------------------------------------------------------------------------------------
 
-// Four tables take turns, so that runs of one value do not wait for the store of the last count.
-VEK_INLINE void countBytes(const uint8_t* v, ptrdiff_t n, uint32_t (&count)[4][256]) {
+// Counters of a table and room, so that no two tables lie a multiple of 4 KiB apart: stores would seem to hit the next
+// table's loads.
+constexpr int kCountRow = 256 + 16;
+
+// Eight tables take turns, so that repeated values do not wait for the store of the last count, and long runs of one
+// value are counted 32 at a time. The first table becomes their sum.
+VEK_INLINE void countBytes(const uint8_t* v, ptrdiff_t n, uint32_t (&count)[8][kCountRow]) {
   ptrdiff_t i = 0;
-  for (; i + 8 <= n; i += 8) {
-    uint64_t x;
-    __builtin_memcpy(&x, v + i, 8);
+  for (; i + 32 <= n; i += 32) {
+    if (all(load(v + i) == broadcast(v[i]))) {
+      count[0][v[i]] += 32;
+      continue;
+    }
+    for (const uint8_t* p = v + i; p < v + i + 32; p += 8) {
+      uint64_t x;
+      __builtin_memcpy(&x, p, 8);
 #pragma GCC unroll 8
-    for (int k = 0; k < 8; ++k) ++count[k & 3][x >> 8 * k & 0xFF];
+      for (int k = 0; k < 8; ++k) ++count[k][x >> 8 * k & 0xFF];
+    }
   }
   for (; i < n; ++i) ++count[0][v[i]];
+  for (int k = 0; k < 256; k += 8) {
+    Pack<uint32_t> sum = load(count[0] + k);
+#pragma GCC unroll 8
+    for (int t = 1; t < 8; ++t) sum = sum + load(count[t] + k);
+    store(count[0] + k, sum);
+  }
 }
 
 // `run` elements of one value; bytes up to `end` may be overwritten beyond them.
@@ -35,13 +51,12 @@ VEK_INLINE uint8_t* fillRun(uint8_t* to, ptrdiff_t run, uint8_t value, const uin
 }
 
 VEK_NOINLINE void sortByCounting(uint8_t* v, ptrdiff_t n, bool descending) {
-  uint32_t count[4][256] = {};
+  alignas(32) uint32_t count[8][kCountRow] = {};
   countBytes(v, n, count);
   uint8_t* to = v;
   for (int k = 0; k < 256; ++k) {
     const int value = descending ? 255 - k : k;
-    const ptrdiff_t run = ptrdiff_t(count[0][value]) + count[1][value] + count[2][value] + count[3][value];
-    to = fillRun(to, run, uint8_t(value), v + n);
+    to = fillRun(to, ptrdiff_t(count[0][value]), uint8_t(value), v + n);
   }
 }
 
@@ -59,8 +74,7 @@ VEK_INLINE VekStatus sortBytes(Vek8u* v, int len, bool descending) {
   return vekStsNoErr;
 }
 
-// ---- integers and floats
-// ----------------------------------------------------------------------------------------------
+// ---- integers and floats --------------------------------------------------------------------------------------------
 
 template <class T>
 VEK_INLINE VekStatus sortIntegers(T* v, int len, bool descending) {

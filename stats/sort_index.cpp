@@ -9,8 +9,7 @@
 namespace vek::VEK_SLOT {
 namespace {
 
-// ---- partition of two streams
-// -------------------------------------------------------------------------------------------
+// ---- partition of two streams ---------------------------------------------------------------------------------------
 
 // Where the next pairs go: at `low` upward, below `high` downward, each side with its own arrays.
 template <class T>
@@ -55,53 +54,62 @@ VEK_INLINE void storeKeys8(T* p, __m256i x) {
   }
 }
 
+// Each of these returns the number of pairs that went to the low side.
 template <class T>
-VEK_INLINE void splitPair(T key, int at, int32_t pivot, PairSides<T>& to) {
-  to.lowKeys[to.low] = to.highKeys[to.high - 1] = key;
-  to.lowIndex[to.low] = to.highIndex[to.high - 1] = at;
-  const int below = key < pivot;
-  to.low += below;
-  to.high -= 1 - below;
+VEK_INLINE ptrdiff_t splitPair(T key, int at, int32_t pivot, const PairSides<T>& to, ptrdiff_t low, ptrdiff_t high) {
+  to.lowKeys[low] = to.highKeys[high - 1] = key;
+  to.lowIndex[low] = to.highIndex[high - 1] = at;
+  return key < pivot;
 }
 
 template <class T>
-VEK_INLINE void splitPairs(const T* keys, const int* index, int32_t pivot, PairSides<T>& to) {
+VEK_INLINE ptrdiff_t splitPairs(const T* keys, const int* index, int32_t pivot, const PairSides<T>& to, ptrdiff_t low,
+                                ptrdiff_t high) {
   if constexpr (kAvx2) {
     const __m256i x = whole(loadKeys(keys)), at = _mm256_loadu_si256((const __m256i_u*)index);
     const uint32_t below = uint32_t(_mm256_movemask_ps((__m256)_mm256_cmpgt_epi32(_mm256_set1_epi32(pivot), x)));
     const __m256i order = order8(below);
     const __m256i k = _mm256_permutevar8x32_epi32(x, order), i = _mm256_permutevar8x32_epi32(at, order);
-    storeKeys8(to.lowKeys + to.low, k);
-    _mm256_storeu_si256((__m256i_u*)(to.lowIndex + to.low), i);
-    storeKeys8(to.highKeys + to.high - 8, k);
-    _mm256_storeu_si256((__m256i_u*)(to.highIndex + to.high - 8), i);
-    to.low += kOrders8.count[below];
-    to.high -= 8 - kOrders8.count[below];
+    storeKeys8(to.lowKeys + low, k);
+    _mm256_storeu_si256((__m256i_u*)(to.lowIndex + low), i);
+    storeKeys8(to.highKeys + high - 8, k);
+    _mm256_storeu_si256((__m256i_u*)(to.highIndex + high - 8), i);
+    return kOrders8.count[below];
   } else if constexpr (kSsse3) {
-    const __m128i x = loadKeys4(keys);
-    const __m128i at = loadBytes<16>(index);
+    const __m128i x = loadKeys4(keys), at = loadBytes<16>(index);
     const uint32_t below = uint32_t(_mm_movemask_ps((__m128)_mm_cmpgt_epi32(_mm_set1_epi32(pivot), x)));
     const __m128i order = order16<4>(below);
     const __m128i k = _mm_shuffle_epi8(x, order), i = _mm_shuffle_epi8(at, order);
-    storeKeys4(to.lowKeys + to.low, k);
-    _mm_storeu_si128((__m128i_u*)(to.lowIndex + to.low), i);
-    storeKeys4(to.highKeys + to.high - 4, k);
-    _mm_storeu_si128((__m128i_u*)(to.highIndex + to.high - 4), i);
-    to.low += kOrders8.count[below];
-    to.high -= 4 - kOrders8.count[below];
+    storeKeys4(to.lowKeys + low, k);
+    _mm_storeu_si128((__m128i_u*)(to.lowIndex + low), i);
+    storeKeys4(to.highKeys + high - 4, k);
+    _mm_storeu_si128((__m128i_u*)(to.highIndex + high - 4), i);
+    return kOrders8.count[below];
   } else {
-    splitPair(*keys, *index, pivot, to);
+    return splitPair(*keys, *index, pivot, to, low, high);
   }
 }
 
 template <bool Back, class T>
 VEK_INLINE void splitPairRun(const T* keys, const int* index, ptrdiff_t n, int32_t pivot, PairSides<T>& sides) {
-  PairSides<T> to = sides;
+  const PairSides<T> to = sides;  // apart from what the stores may change
+  ptrdiff_t below = 0;
   for (ptrdiff_t i = 0; i < n; i += kPairStep) {
     const ptrdiff_t k = Back ? n - kPairStep - i : i;
-    splitPairs(keys + k, index + k, pivot, to);
+    below += splitPairs(keys + k, index + k, pivot, to, to.low + below, to.high - i + below);
   }
-  sides = to;
+  sides.low += below;
+  sides.high -= n - below;
+}
+
+template <class T>
+VEK_INLINE void splitPairRest(const T* keys, const int* index, ptrdiff_t n, int32_t pivot, PairSides<T>& sides) {
+  const PairSides<T> to = sides;
+  ptrdiff_t below = 0;
+  for (ptrdiff_t i = 0; i < n; ++i)
+    below += splitPair(keys[i], index[i], pivot, to, to.low + below, to.high - i + below);
+  sides.low += below;
+  sides.high -= n - below;
 }
 
 constexpr ptrdiff_t kPairRoom = kSplitBytes / 8;
@@ -115,7 +123,7 @@ VEK_NOINLINE ptrdiff_t partitionPairsBuffered(T* v, int* index, ptrdiff_t n, int
   PairSides<T> to = {v, index, 0, keys, places, end};
   const ptrdiff_t whole = n & -ptrdiff_t(kPairStep);
   splitPairRun<false>(v, index, whole, pivot, to);
-  for (ptrdiff_t i = whole; i < n; ++i) splitPair(v[i], index[i], pivot, to);
+  splitPairRest(v + whole, index + whole, n - whole, pivot, to);
   __builtin_memcpy(v + to.low, keys + to.high, size_t(end - to.high) * sizeof(T));
   __builtin_memcpy(index + to.low, places + to.high, size_t(end - to.high) * sizeof(int));
   return to.low;
@@ -146,7 +154,7 @@ VEK_NOINLINE ptrdiff_t partitionPairsChunks(T* v, int* index, ptrdiff_t n, int32
   setAside(2 * chunk, first, last - first);
   const ptrdiff_t rest = 2 * chunk + (last - first), whole = (rest - 32) & -ptrdiff_t(kPairStep);
   splitPairRun<false>(keys, places, whole, pivot, to);
-  for (ptrdiff_t i = whole; i < rest; ++i) splitPair(keys[i], places[i], pivot, to);
+  splitPairRest(keys + whole, places + whole, rest - whole, pivot, to);
   return to.low;
 }
 
@@ -155,8 +163,7 @@ VEK_INLINE ptrdiff_t partitionPairs(T* v, int* index, ptrdiff_t n, int32_t pivot
   return n <= kPairRoom ? partitionPairsBuffered(v, index, n, pivot) : partitionPairsChunks(v, index, n, pivot);
 }
 
-// ---- short ranges
-// -------------------------------------------------------------------------------------------------------
+// ---- short ranges ---------------------------------------------------------------------------------------------------
 
 // Key and place within the range share the fraction of a double near 2^52, key first: exact, all different, ordered by
 // the single-instruction minimum and maximum of doubles, and normal numbers, which no denormal mode touches.
@@ -185,8 +192,7 @@ VEK_NOINLINE void sortPairsShort(T* v, int* index, ptrdiff_t n) {
   }
 }
 
-// ---- narrow ranges
-// ------------------------------------------------------------------------------------------------------
+// ---- narrow ranges --------------------------------------------------------------------------------------------------
 
 // Key minus `least`, then position, in one word; the top bit is inverted because words are sorted as signed.
 constexpr uint32_t kTop = 0x80000000u;
@@ -215,8 +221,7 @@ VEK_INLINE void sortWords(T* v, int* index, const Range& r, int places) {
   splitWords(v + r.first, index + r.first, r.size, r.least, places);
 }
 
-// ---- the sort
-// -----------------------------------------------------------------------------------------------------------
+// ---- the sort -------------------------------------------------------------------------------------------------------
 
 template <class T>
 VEK_INLINE bool sortAtOnce(T* v, int* index, const Range& r, int places) {
@@ -236,11 +241,10 @@ VEK_NOINLINE void sortPairs(T* v, int* index, ptrdiff_t n, int places) {
   Range r = wholeRange(v, n);
   if (r.least == r.most) return;
   for (;;) {
-    bool more = !sortAtOnce(v, index, r, places);
-    if (more) {
-      const int32_t pivot = choosePivot(v, r);
+    bool more = false;
+    int32_t pivot;
+    if (!sortAtOnce(v, index, r, places) && choosePivot(v, r, pivot))
       more = continueWith(r, partitionPairs(v + r.first, index + r.first, r.size, pivot), pivot, stack);
-    }
     if (more) continue;
     do {
       if (stack.count == 0) return;

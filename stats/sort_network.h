@@ -17,8 +17,7 @@ VEK_INLINE void order(Pack<E>& a, Pack<E>& b) {
   a = low;
 }
 
-// ---- lanes of one pack
-// ------------------------------------------------------------------------------------------------
+// ---- lanes of one pack ----------------------------------------------------------------------------------------------
 
 // Lane k of the result is lane k ^ D.
 template <int D, class E>
@@ -67,8 +66,7 @@ VEK_INLINE Pack<E> blendLanes(Pack<E> a, Pack<E> b) {
   }
 }
 
-// ---- columns
-// ----------------------------------------------------------------------------------------------------------
+// ---- columns --------------------------------------------------------------------------------------------------------
 
 struct Comparator {
   uint8_t a, b;
@@ -143,24 +141,44 @@ VEK_INLINE void mergeColumns(Pack<E> (&v)[R]) {
   }
 }
 
-// Columns one behind the other: the packs are interleaved in log2(R) rounds.
-template <int R, int Run, class E>
-VEK_INLINE void joinColumns(Pack<E> (&v)[R]) {
-  if constexpr (Run < R) {
-    Pack<E> next[R];
-    constexpr int pairs = R / Run / 2;
+// Elements of Bytes bytes of the low or the high half of each 16 bytes, alternating.
+template <int Bytes, bool High, class E>
+VEK_INLINE Pack<E> zip(Pack<E> a, Pack<E> b) {
+  using Raw = typename VectorOf<long long, kRegBytes<E>>::type;
+  return each<Pack<E>>([&](int i) VEK_LAMBDA {
+    const Raw x = (Raw)a.r[i], y = (Raw)b.r[i];
+    return regCast<typename Pack<E>::Reg>(High ? unpackHigh<Bytes>(x, y) : unpackLow<Bytes>(x, y));
+  });
+}
+
+// Stores the columns one behind the other, transposed in squares as wide as 16 bytes.
+template <int R, class E>
+VEK_INLINE void storeColumns(E* p, const Pack<E> (&v)[R]) {
+  constexpr int lanes = 16 / int(sizeof(E));
+  // Rows of column c and of the one at the same place of the upper 16 bytes.
+  const auto put = [p](int c, int row, Pack<E> x) VEK_LAMBDA {
+    _mm_storeu_si128((__m128i_u*)(p + c * R + row), half(x, 0));
+    _mm_storeu_si128((__m128i_u*)(p + (c + lanes) * R + row), half(x, 1));
+  };
+  if constexpr (sizeof(E) == 8) {
 #pragma GCC unroll 8
-    for (int i = 0; i < pairs; ++i) {
-#pragma GCC unroll 8
-      for (int k = 0; k < Run; ++k) {
-        const Two<E> t = interleave(v[i * Run + k], v[(i + pairs) * Run + k]);
-        next[i * 2 * Run + 2 * k] = t.a;
-        next[i * 2 * Run + 2 * k + 1] = t.b;
-      }
+    for (int i = 0; i < R; i += 2) {
+      put(0, i, zip<8, false>(v[i], v[i + 1]));
+      put(1, i, zip<8, true>(v[i], v[i + 1]));
     }
-    joinColumns<R, 2 * Run>(next);
-#pragma GCC unroll 16
-    for (int i = 0; i < R; ++i) v[i] = next[i];
+  } else if constexpr (R == 2) {
+    put(0, 0, zip<4, false>(v[0], v[1]));
+    put(2, 0, zip<4, true>(v[0], v[1]));
+  } else {
+#pragma GCC unroll 4
+    for (int i = 0; i < R; i += 4) {
+      const Pack<E> a = zip<4, false>(v[i], v[i + 1]), b = zip<4, true>(v[i], v[i + 1]);
+      const Pack<E> c = zip<4, false>(v[i + 2], v[i + 3]), d = zip<4, true>(v[i + 2], v[i + 3]);
+      put(0, i, zip<8, false>(a, c));
+      put(1, i, zip<8, true>(a, c));
+      put(2, i, zip<8, false>(b, d));
+      put(3, i, zip<8, true>(b, d));
+    }
   }
 }
 
@@ -177,9 +195,7 @@ VEK_NOINLINE void sortPacks(E* p) {
   mergeColumns<2>(v);
   mergeColumns<4>(v);
   if constexpr (lanes == 8) mergeColumns<8>(v);
-  joinColumns<R, 1>(v);
-#pragma GCC unroll 16
-  for (int i = 0; i < R; ++i) store(p + i * lanes, v[i]);
+  storeColumns(p, v);
 }
 
 // The largest number of packs and of elements that a network sorts.

@@ -10,8 +10,7 @@
 namespace vek::VEK_SLOT {
 namespace {
 
-// ---- shuffle tables
-// ---------------------------------------------------------------------------------------------------
+// ---- shuffle tables -------------------------------------------------------------------------------------------------
 
 // By the mask of lanes below the pivot: the numbers of those lanes, then of the others, a byte each.
 struct SplitOrders8 {
@@ -60,8 +59,7 @@ VEK_INLINE __m128i order16(uint32_t m) {
   if constexpr (N == 8) return _mm_load_si128((const __m128i*)kShuffles8.bytes[m]);
 }
 
-// ---- one register to both sides
-// ---------------------------------------------------------------------------------------
+// ---- one register to both sides -------------------------------------------------------------------------------------
 
 // Where the next elements go: upward from low, downward from high.
 template <class T>
@@ -75,73 +73,77 @@ constexpr int kSplitStep = kAvx2    ? 32 / int(sizeof(T))
                            : kSsse3 ? 16 / int(sizeof(T))
                                     : 1;
 
-VEK_INLINE void splitHalf(__m128i x, uint32_t below, Sides<int16_t>& to) {
+// Each of these returns the number of elements that went to the low side.
+VEK_INLINE ptrdiff_t splitHalf(__m128i x, uint32_t below, int16_t* low, int16_t* high) {
   x = _mm_shuffle_epi8(x, order16<8>(below));
-  const int count = kOrders8.count[below];
-  _mm_storeu_si128((__m128i_u*)to.low, x);
-  _mm_storeu_si128((__m128i_u*)(to.high - 8), x);
-  to.low += count;
-  to.high -= 8 - count;
+  _mm_storeu_si128((__m128i_u*)low, x);
+  _mm_storeu_si128((__m128i_u*)(high - 8), x);
+  return kOrders8.count[below];
 }
 
 template <class T>
-VEK_INLINE void splitOne(T x, T pivot, Sides<T>& to) {
-  *to.low = x;
-  to.high[-1] = x;
-  const int below = x < pivot;
-  to.low += below;
-  to.high -= 1 - below;
+VEK_INLINE ptrdiff_t splitOne(T x, T pivot, T* low, T* high) {
+  *low = x;
+  high[-1] = x;
+  return x < pivot;
 }
 
 template <class T>
-VEK_INLINE void splitStep(const T* from, T pivot, Sides<T>& to) {
+VEK_INLINE ptrdiff_t splitStep(const T* from, T pivot, T* low, T* high) {
   if constexpr (!kSsse3) {
-    splitOne(*from, pivot, to);
+    return splitOne(*from, pivot, low, high);
   } else if constexpr (sizeof(T) == 2) {
     if constexpr (kAvx2) {
       const __m256i x = _mm256_loadu_si256((const __m256i_u*)from);
       const __m256i m = _mm256_cmpgt_epi16(_mm256_set1_epi16(pivot), x);
       const uint32_t below = uint32_t(_mm256_movemask_epi8(_mm256_packs_epi16(m, m)));
-      splitHalf(lowHalf(x), below & 0xFF, to);
-      splitHalf(highHalf(x), below >> 24, to);
+      const ptrdiff_t first = splitHalf(lowHalf(x), below & 0xFF, low, high);
+      return first + splitHalf(highHalf(x), below >> 24, low + first, high - 8 + first);
     } else {
       const __m128i x = _mm_loadu_si128((const __m128i_u*)from);
       const __m128i m = _mm_cmpgt_epi16(_mm_set1_epi16(pivot), x);
-      splitHalf(x, uint32_t(_mm_movemask_epi8(_mm_packs_epi16(m, _mm_setzero_si128()))), to);
+      return splitHalf(x, uint32_t(_mm_movemask_epi8(_mm_packs_epi16(m, _mm_setzero_si128()))), low, high);
     }
   } else if constexpr (kAvx2) {
     __m256i x = _mm256_loadu_si256((const __m256i_u*)from);
     const uint32_t below = uint32_t(_mm256_movemask_ps((__m256)_mm256_cmpgt_epi32(_mm256_set1_epi32(pivot), x)));
     x = _mm256_permutevar8x32_epi32(x, order8(below));
-    const int count = kOrders8.count[below];
-    _mm256_storeu_si256((__m256i_u*)to.low, x);
-    _mm256_storeu_si256((__m256i_u*)(to.high - 8), x);
-    to.low += count;
-    to.high -= 8 - count;
+    _mm256_storeu_si256((__m256i_u*)low, x);
+    _mm256_storeu_si256((__m256i_u*)(high - 8), x);
+    return kOrders8.count[below];
   } else {
     __m128i x = _mm_loadu_si128((const __m128i_u*)from);
     const uint32_t below = uint32_t(_mm_movemask_ps((__m128)_mm_cmpgt_epi32(_mm_set1_epi32(pivot), x)));
     x = _mm_shuffle_epi8(x, order16<4>(below));
-    const int count = kOrders8.count[below];
-    _mm_storeu_si128((__m128i_u*)to.low, x);
-    _mm_storeu_si128((__m128i_u*)(to.high - 4), x);
-    to.low += count;
-    to.high -= 4 - count;
+    _mm_storeu_si128((__m128i_u*)low, x);
+    _mm_storeu_si128((__m128i_u*)(high - 4), x);
+    return kOrders8.count[below];
   }
 }
 
-// n elements, a multiple of the step, from the front or (Back) from the back.
+// n elements, a multiple of the step, from the front or (Back) from the back. Only the number below the pivot depends
+// on the data: the other write position follows from it.
 template <bool Back, class T>
-VEK_INLINE void splitRun(const T* from, ptrdiff_t n, T pivot, Sides<T>& sides) {
+VEK_INLINE void splitRun(const T* from, ptrdiff_t n, T pivot, Sides<T>& to) {
   constexpr int step = kSplitStep<T>;
-  Sides<T> to = sides;  // in registers
+  T *const low = to.low, *const high = to.high;
+  ptrdiff_t below = 0;
 #pragma GCC unroll 4
-  for (ptrdiff_t i = 0; i < n; i += step) splitStep(Back ? from + (n - step - i) : from + i, pivot, to);
-  sides = to;
+  for (ptrdiff_t i = 0; i < n; i += step)
+    below += splitStep(Back ? from + (n - step - i) : from + i, pivot, low + below, high - i + below);
+  to = {low + below, high - (n - below)};
 }
 
-// ---- a range
-// ----------------------------------------------------------------------------------------------------------
+// The same, one by one, upward.
+template <class T>
+VEK_INLINE void splitRest(const T* from, ptrdiff_t n, T pivot, Sides<T>& to) {
+  T *const low = to.low, *const high = to.high;
+  ptrdiff_t below = 0;
+  for (ptrdiff_t i = 0; i < n; ++i) below += splitOne(from[i], pivot, low + below, high - i + below);
+  to = {low + below, high - (n - below)};
+}
+
+// ---- a range --------------------------------------------------------------------------------------------------------
 
 // Bytes of stack for one partition.
 constexpr int kSplitBytes = 16384;
@@ -156,9 +158,16 @@ VEK_NOINLINE ptrdiff_t partitionBuffered(T* v, ptrdiff_t n, T pivot) {
   Sides<T> to = {v, end};
   const ptrdiff_t whole = n & -ptrdiff_t(kSplitStep<T>);
   splitRun<false>(v, whole, pivot, to);
-  for (ptrdiff_t i = whole; i < n; ++i) splitOne(v[i], pivot, to);
+  splitRest(v + whole, n - whole, pivot, to);
   __builtin_memcpy(to.low, to.high, size_t(end - to.high) * sizeof(T));
   return to.low - v;
+}
+
+// N elements, whole packs: compilers turn a memcpy of this size into a string instruction, which starts slowly.
+template <ptrdiff_t N, class T>
+VEK_INLINE void copyPacks(T* to, const T* from) {
+#pragma GCC unroll 4
+  for (ptrdiff_t i = 0; i < N; i += Pack<T>::lanes) store(to + i, load(from + i));
 }
 
 // Longer ranges: a chunk from each end is set aside; then chunks are read from the end with less room between its write
@@ -168,8 +177,8 @@ template <class T>
 VEK_NOINLINE ptrdiff_t partitionChunks(T* v, ptrdiff_t n, T pivot) {
   constexpr ptrdiff_t chunk = kSplitBytes / 4 / ptrdiff_t(sizeof(T));
   alignas(64) T aside[3 * chunk];
-  __builtin_memcpy(aside, v, chunk * sizeof(T));
-  __builtin_memcpy(aside + chunk, v + n - chunk, chunk * sizeof(T));
+  copyPacks<chunk>(aside, v);
+  copyPacks<chunk>(aside + chunk, v + n - chunk);
   Sides<T> to = {v, v + n};
   T *first = v + chunk, *last = v + n - chunk;
   while (last - first >= chunk) {
@@ -186,7 +195,7 @@ VEK_NOINLINE ptrdiff_t partitionChunks(T* v, ptrdiff_t n, T pivot) {
   // Near the end the two stores of a step would overlap: the last elements go one by one.
   const ptrdiff_t whole = (rest - 32) & -ptrdiff_t(kSplitStep<T>);
   splitRun<false>(aside, whole, pivot, to);
-  for (ptrdiff_t i = whole; i < rest; ++i) splitOne(aside[i], pivot, to);
+  splitRest(aside + whole, rest - whole, pivot, to);
   return to.low - v;
 }
 

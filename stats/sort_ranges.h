@@ -54,9 +54,9 @@ VEK_INLINE Pack<int32_t> samplePack(const T* v, ptrdiff_t n, uint64_t& seed) {
   return medianOf5(s[0], s[1], s[2], s[3], s[4]);
 }
 
-// The median of a sample: 40 keys, or 200 from long ranges. n is at least 64.
+// Eight medians of a sample, in order: of 40 keys, or of 200 from long ranges. n is at least 64.
 template <class T>
-VEK_INLINE int32_t samplePivot(const T* v, ptrdiff_t n) {
+VEK_INLINE Lanes<int32_t> sampleMedians(const T* v, ptrdiff_t n) {
   uint64_t seed = uint64_t(n);
   Pack<int32_t> s[1] = {samplePack(v, n, seed)};
   if (n >= 8192) {
@@ -67,20 +67,34 @@ VEK_INLINE int32_t samplePivot(const T* v, ptrdiff_t n) {
   mergeColumns<2>(s);
   mergeColumns<4>(s);
   mergeColumns<8>(s);
-  return lanesOf(s[0])[4];
+  return lanesOf(s[0]);
+}
+
+template <class T>
+VEK_INLINE bool allEqual(const T* v, ptrdiff_t n, int32_t key) {
+  const Pack<int32_t> x = broadcast(key);
+  for (ptrdiff_t i = 0; i + 16 <= n; i += 16)
+    if (!all((loadKeys(v + i) == x) & (loadKeys(v + i + 8) == x))) return false;
+  return all((loadKeys(v + n - 16) == x) & (loadKeys(v + n - 8) == x));
 }
 
 // From here on samples are not trusted any more: the middle of the values' range halves it, whatever their
 // distribution.
 constexpr int kPoorLimit = 4;
 
-// Keys below the pivot go to the front: least < pivot <= most. A sampled pivot equal to the least key moves up by one,
-// so that the keys equal to it are split off and need no more work.
+// Chooses the pivot, least < pivot <= most: keys below it are to go to the front. A sampled pivot equal to the least
+// key moves up by one, so that the keys equal to it are split off and need no more work. False if all keys are equal,
+// which is looked into where the sample suggests it.
 template <class T>
-VEK_INLINE int32_t choosePivot(const T* v, const Range& r) {
-  if (r.poor >= kPoorLimit) return int32_t(uint32_t(r.least) + (uint32_t(r.most) - uint32_t(r.least)) / 2 + 1);
-  const int32_t p = samplePivot(v + r.first, r.size);
-  return p > r.least ? p : r.least + 1;
+VEK_INLINE bool choosePivot(const T* v, const Range& r, int32_t& pivot) {
+  if (r.poor >= kPoorLimit) {
+    pivot = int32_t(uint32_t(r.least) + (uint32_t(r.most) - uint32_t(r.least)) / 2 + 1);
+    return true;
+  }
+  const Lanes<int32_t> s = sampleMedians(v + r.first, r.size);
+  if (s[0] == s[7] && allEqual(v + r.first, r.size, s[0])) return false;
+  pivot = s[4] > r.least ? s[4] : r.least + 1;
+  return true;
 }
 
 // Continues with the smaller part and sets the larger one aside; false if nothing is left of the range.
@@ -101,6 +115,7 @@ VEK_INLINE bool continueWith(Range& r, ptrdiff_t below, int32_t pivot, RangeStac
   return large.size > 1;
 }
 
+// All n keys, with their true bounds.
 template <class T>
 VEK_INLINE Range wholeRange(const T* v, ptrdiff_t n) {
   int32_t least = int32_t(v[0]), most = least;

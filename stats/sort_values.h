@@ -36,16 +36,15 @@ template <class T>
 VEK_NOINLINE void sortKeys(T* v, ptrdiff_t n) {
   constexpr ptrdiff_t shortest = kNetworkSize<int32_t>;
   if (n <= shortest) return sortShort(v, n);
+  constexpr int32_t least = int32_t(UnsignedOf<int32_t>(-1) << (8 * sizeof(T) - 1));
   RangeStack stack;
-  Range r = wholeRange(v, n);
-  if (r.least == r.most) return;
+  Range r = {0, n, least, ~least, 0};
   for (;;) {
-    bool more = true;
+    bool more = false;
+    int32_t pivot;
     if (r.size <= shortest) {
       sortShort(v + r.first, r.size);
-      more = false;
-    } else {
-      const int32_t pivot = choosePivot(v, r);
+    } else if (choosePivot(v, r, pivot)) {
       more = continueWith(r, partition(v + r.first, r.size, T(pivot)), pivot, stack);
     }
     if (more) continue;

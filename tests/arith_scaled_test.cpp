@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <climits>
-#include <functional>
 #include <string>
 
 #include "support/data.h"
@@ -21,17 +20,18 @@ std::vector<int> scaleFactors() {
   return s;
 }
 
-// |r| < 2^66.
-template <class T>
-T scaled(Exact r, int s) {
-  if (s > 100) return 0;
+// R holds r with room to shift: 64 bits for narrow data, 128 for the rest.
+template <class T, class R = std::conditional_t<(sizeof(T) < 4), int64_t, Exact>>
+T scaled(R r, int s) {
+  constexpr int most = 8 * sizeof(R) - 3, left = sizeof(T) < 4 ? 30 : 40;
+  if (s > most) return 0;
   if (s > 0) {
-    const Exact unit = Exact(1) << s, q = r >> s, twice = 2 * (r - q * unit);
+    const R unit = R(1) << s, q = r >> s, twice = 2 * (r - q * unit);
     r = q + (twice > unit || (twice == unit && (q & 1)));
   } else if (s < 0) {
-    r = r * (Exact(1) << (s < -40 ? 40 : -s));
+    r = r * (R(1) << (s < -left ? left : -s));
   }
-  const Exact low = std::numeric_limits<T>::min(), high = std::numeric_limits<T>::max();
+  const R low = std::numeric_limits<T>::min(), high = std::numeric_limits<T>::max();
   return T(r < low ? low : r > high ? high : r);
 }
 Vek32sc scaledParts(Exact re, Exact im, int s) { return {scaled<Vek32s>(re, s), scaled<Vek32s>(im, s)}; }
@@ -41,8 +41,8 @@ template <class E>
 struct Operation {
   std::string name;
   bool constant;
-  std::function<VekStatus(const E* a, const E* b, E* dst, int n, int s)> call;
-  std::function<E(E a, E b, int s)> meaning;
+  VekStatus (*call)(const E* a, const E* b, E* dst, int n, int s);
+  E (*meaning)(E a, E b, int s);
 };
 
 #define TWO(NAME, E, MEANING)                                                                             \

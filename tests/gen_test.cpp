@@ -14,8 +14,7 @@ namespace {
 using namespace vektest;
 constexpr double kPi = 3.141592653589793, kTwoPi = 6.283185307179586;
 
-// ---- the signals by their definitions, one sample after the other
-// -------------------------------------------------------
+// ---- the signals by their definitions, one sample after the other -------------------------------------------------
 
 float phaseAfter(float phase, float freq, int len) {
   const double p = len * kTwoPi * freq + phase;
@@ -148,8 +147,7 @@ std::vector<D> slopeReference(int len, P offset, P slope, double low, double hig
   return y;
 }
 
-// ---- every length, guarded, in every slot
-// ------------------------------------------------------------------------------
+// ---- every length, guarded, in every slot -------------------------------------------------------------------------
 
 template <class T>
 void sweep(const std::vector<int>& lengths, std::function<VekStatus(T*, int)> call,

@@ -80,8 +80,7 @@ TEST(SampleChecks, orderAndUntouchedOutputs) {
   });
 }
 
-// ---- Goertzel
-// ---------------------------------------------------------------------------------------------------------
+// ---- Goertzel -------------------------------------------------------------------------------------------------------
 
 std::complex<double> asComplex(Vek32f x) { return x; }
 std::complex<double> asComplex(Vek32fc x) { return {x.re, x.im}; }

@@ -91,7 +91,7 @@ void sweep(const Family<T>& f) {
     for (const std::vector<T>& x : {randomVector<T>(n), tiedVector<T>(n), mixedVector<T>(n)})
       inEverySlot([&](int) {
         atEveryPlace(
-            x, [&](const T* p) { check(f, x, p); }, n > 64 ? 6 : 34);
+            x, [&](const T* p) { check(f, x, p); }, n > 64 ? 4 : 17);
       });
 }
 TEST(Extremes, Shorts) { sweep(kShorts); }

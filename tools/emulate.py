@@ -3,7 +3,7 @@
 """Runs programs as whole processes on emulated processors of each level: detection has to choose the slot by itself, and
 an instruction above the model's level ends the run.
 
-  emulate.py --info vek-info --stray PROGRAM PROGRAM...
+  emulate.py --native vek-info --info vek-info-static --stray PROGRAM PROGRAM...
 """
 import argparse
 import json
@@ -22,8 +22,8 @@ MODELS = [
     ("SandyBridge", "e9"),
     ("Haswell,-avx2", "e9"),
     ("Haswell,-xsave", "y8"),
-    ("Haswell,vendor=GenuineOrvel", "l9"),
     ("Haswell", "l9"),
+    ("Haswell,vendor=GenuineOrvel", "l9"),
 ]
 WHOLE_SUITE = {"mx", "m7", "u8", "n8", "y8", "e9", "l9"}
 
@@ -35,7 +35,8 @@ def emulated(model, command):
 
 def main():
     ap = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    ap.add_argument("--info", required=True)
+    ap.add_argument("--native", required=True, help="vek-info, run on this processor")
+    ap.add_argument("--info", required=True, help="vek-info, run on every model")
     ap.add_argument("--stray", required=True, help="a program that uses AVX2 unasked")
     ap.add_argument("programs", nargs="*")
     args = ap.parse_args()
@@ -43,7 +44,7 @@ def main():
     failed = emulated(MODELS[0][0], [args.stray]).returncode == 0
     if failed:
         print("a stray AVX2 instruction went unnoticed")
-    native = json.loads(subprocess.run([args.info, "--json"], check=True, capture_output=True, text=True).stdout)
+    native = json.loads(subprocess.run([args.native, "--json"], check=True, capture_output=True, text=True).stdout)
     left = set(WHOLE_SUITE)
     for model, slot in MODELS:
         run = emulated(model, [args.info, "--json"])

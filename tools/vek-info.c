@@ -51,7 +51,7 @@ int main(int argc, char** argv) {
     for (i = 0; i < sizeof features / sizeof *features; ++i)
       if (mask & features[i].bit) printf("%s\"%s\"", i ? ", " : "", features[i].name);
     printf("], \"cores\": %d, \"max_cache_bytes\": %d, \"threads\": %d, \"digest\": \"%016" PRIx64 "\"}\n",
-           vekGetNumCoresOnDie(), cache, threads, vekDigest());
+           vekGetNumCoresOnDie(), cache, threads, vekDigest(NULL));
     return 0;
   }
   printf("%s, version %s of %s\n", v->name, v->version, v->buildDate);
@@ -62,6 +62,6 @@ int main(int argc, char** argv) {
   printf("\ncpu type  %d, %d core(s) to a die\n", vekGetCpuType(), vekGetNumCoresOnDie());
   if (cache > 0) printf("cache     %d bytes\n", cache);
   printf("threads   %d\n", threads);
-  printf("digest    %016" PRIx64 " (exact families; the same on every processor)\n", vekDigest());
+  printf("digest    %016" PRIx64 " (exact families; the same on every processor)\n", vekDigest(NULL));
   return 0;
 }

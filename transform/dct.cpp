@@ -58,7 +58,7 @@ float reciprocalRoot(float n) {
   return s * -0.5f * (n * s * s - 3);
 }
 
-VekStatus initialise(DctSpec** ppSpec, int len, VekHintAlgorithm hint, uint8_t* buffer, int longest) {
+VekStatus initialise(DctSpec** ppSpec, int len, VekHintAlgorithm hint, uint8_t* buffer, int longest, bool forward) {
   if (len < 1 || len > (isPow2(len) ? kLongestPow2 : longest)) return vekStsSizeErr;
   if (!ppSpec || !buffer) return vekStsNullPtrErr;
   DctSpec* spec = reinterpret_cast<DctSpec*>(align64(buffer));
@@ -78,7 +78,7 @@ VekStatus initialise(DctSpec** ppSpec, int len, VekHintAlgorithm hint, uint8_t* 
       buildChirp(spec);
       spec->viaLargeFft = 1;
     } else {
-      buildDirect(spec);
+      buildDirect(spec, forward);
     }
   }
   spec->id = kDctId;
@@ -86,12 +86,12 @@ VekStatus initialise(DctSpec** ppSpec, int len, VekHintAlgorithm hint, uint8_t* 
   return vekStsNoErr;
 }
 
-VekStatus initialiseAlloc(DctSpec** ppSpec, int len, VekHintAlgorithm hint) {
+VekStatus initialiseAlloc(DctSpec** ppSpec, int len, VekHintAlgorithm hint, bool forward) {
   if (len < 1 || len > (isPow2(len) ? kLongestPow2 : kLongestAlloc)) return vekStsSizeErr;
   if (!ppSpec) return vekStsNullPtrErr;
   uint8_t* block = static_cast<uint8_t*>(allocate(specBytes(len)));
   if (!block) return vekStsMemAllocErr;
-  if (const VekStatus s = initialise(ppSpec, len, hint, block, kLongestAlloc)) {
+  if (const VekStatus s = initialise(ppSpec, len, hint, block, kLongestAlloc, forward)) {
     release(block);
     return s;
   }
@@ -150,17 +150,17 @@ const DctSpec* asSpec(const S* p) {
 
 VekStatus veksDCTFwdInit_32f(VeksDCTFwdSpec_32f** ppDCTSpec, int len, VekHintAlgorithm hint, Vek8u* pSpecBuffer,
                              Vek8u*) {
-  return initialise(asSpec(ppDCTSpec), len, hint, pSpecBuffer, kLongestInit);
+  return initialise(asSpec(ppDCTSpec), len, hint, pSpecBuffer, kLongestInit, true);
 }
 VekStatus veksDCTInvInit_32f(VeksDCTInvSpec_32f** ppDCTSpec, int len, VekHintAlgorithm hint, Vek8u* pSpecBuffer,
                              Vek8u*) {
-  return initialise(asSpec(ppDCTSpec), len, hint, pSpecBuffer, kLongestInit);
+  return initialise(asSpec(ppDCTSpec), len, hint, pSpecBuffer, kLongestInit, false);
 }
 VekStatus veksDCTFwdInitAlloc_32f(VeksDCTFwdSpec_32f** ppDCTSpec, int len, VekHintAlgorithm hint) {
-  return initialiseAlloc(asSpec(ppDCTSpec), len, hint);
+  return initialiseAlloc(asSpec(ppDCTSpec), len, hint, true);
 }
 VekStatus veksDCTInvInitAlloc_32f(VeksDCTInvSpec_32f** ppDCTSpec, int len, VekHintAlgorithm hint) {
-  return initialiseAlloc(asSpec(ppDCTSpec), len, hint);
+  return initialiseAlloc(asSpec(ppDCTSpec), len, hint, false);
 }
 VekStatus veksDCTFwdFree_32f(VeksDCTFwdSpec_32f* pDCTSpec) { return freeSpec(reinterpret_cast<DctSpec*>(pDCTSpec)); }
 VekStatus veksDCTInvFree_32f(VeksDCTInvSpec_32f* pDCTSpec) { return freeSpec(reinterpret_cast<DctSpec*>(pDCTSpec)); }

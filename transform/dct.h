@@ -9,7 +9,8 @@ namespace vek::VEK_SLOT {
 
 constexpr int32_t kDctId = 21;
 
-// At the first 64-byte boundary of the caller's buffer; the tables follow. Both directions use the same tables.
+// At the first 64-byte boundary of the caller's buffer; the tables follow. Both directions share them, but for those of
+// the direct sums.
 struct DctSpec {
   int32_t id;
   int32_t len;
@@ -34,13 +35,13 @@ static_assert(sizeof(DctSpec) == 96);
 constexpr int kDctDirectLimit = 86;
 
 // The transforms, by path; x may be y. The work buffer is aligned and large enough.
-void dctSmall(const float* x, float* y, int len, bool forward);  // 1, 2, 4, 8
+void dctSmall(const float* x, float* y, int len, bool forward);  // 1, 2, 4, 8, 16
 void dctDirect(const float* x, float* y, const DctSpec* spec, float* work, bool forward);
 void dctPow2(const float* x, float* y, const DctSpec* spec, bool forward);
 void dctChirp(const float* x, float* y, const DctSpec* spec, Vek32fc* work, bool forward);
 
 // The table builders; each fills what its transform reads behind the header.
-void buildDirect(DctSpec* spec);
+void buildDirect(DctSpec* spec, bool forward);
 void buildPow2(DctSpec* spec);
 void buildChirp(DctSpec* spec);
 int64_t chirpPoints(int len);  // P

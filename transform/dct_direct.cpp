@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Cosine transforms by their sums: lengths up to 8 from constant matrices, other short ones from a table.
-#include "core/simd/pack.h"
+// Cosine transforms by their sums: lengths up to 16 from constant matrices, other short ones from a table.
+#include "core/simd/shuffle.h"
 #include "transform/dct.h"
 #include "transform/fft_tables.h"
 
@@ -22,25 +22,48 @@ constexpr double kSqrtHalf64 = 0.707106781186547524400844362104849;
 struct Matrix8 {
   alignas(32) float row[8][8];
 };
-constexpr Matrix8 makeMatrix8(bool forward) {
+// Entry (n, k) is scale * cos(2 pi (2n + 1) (k * across + first) * unit / 1024), half as much power at angle zero.
+constexpr Matrix8 makeMatrix8(bool forward, double scale, int across, int first, int unit) {
   Matrix8 m{};
   for (int n = 0; n < 8; ++n) {
     for (int k = 0; k < 8; ++k) {
-      const double c = (k == 0 ? 0.5 * kSqrtHalf64 : 0.5) * cos1024((2 * n + 1) * k * 32);
+      const int turns = k * across + first;
+      const double c = (turns == 0 ? scale * kSqrtHalf64 : scale) * cos1024((2 * n + 1) * turns * unit);
       (forward ? m.row[n][k] : m.row[k][n]) = float(c);
     }
   }
   return m;
 }
-constexpr Matrix8 kForward8 = makeMatrix8(true), kInverse8 = makeMatrix8(false);
+constexpr Matrix8 kForward8 = makeMatrix8(true, 0.5, 1, 0, 32), kInverse8 = makeMatrix8(false, 0.5, 1, 0, 32);
+// Sixteen points: the even coefficients come from the sums of mirrored samples, the odd ones from the differences.
+constexpr double kScale16 = 0.5 * kSqrtHalf64;
+constexpr Matrix8 kForwardEven = makeMatrix8(true, kScale16, 2, 0, 16),
+                  kForwardOdd = makeMatrix8(true, kScale16, 2, 1, 16);
+constexpr Matrix8 kInverseEven = makeMatrix8(false, kScale16, 2, 0, 16),
+                  kInverseOdd = makeMatrix8(false, kScale16, 2, 1, 16);
 
-VEK_INLINE void multiply8(const float* x, float* y, const Matrix8& m) {
+// Elements 0, Stride, 2 Stride, ... of x times the matrix.
+template <int Stride>
+VEK_INLINE Pack<float> multiply8(const float* x, const Matrix8& m) {
   Pack<float> sum[4];
 #pragma GCC unroll 4
-  for (int i = 0; i < 4; ++i) sum[i] = broadcast(x[i]) * load(m.row[i]);
+  for (int i = 0; i < 4; ++i) sum[i] = broadcast(x[i * Stride]) * load(m.row[i]);
 #pragma GCC unroll 4
-  for (int i = 0; i < 4; ++i) sum[i] = fusedMulAdd(broadcast(x[i + 4]), load(m.row[i + 4]), sum[i]);
-  store(y, (sum[0] + sum[1]) + (sum[2] + sum[3]));
+  for (int i = 0; i < 4; ++i) sum[i] = fusedMulAdd(broadcast(x[(i + 4) * Stride]), load(m.row[i + 4]), sum[i]);
+  return (sum[0] + sum[1]) + (sum[2] + sum[3]);
+}
+
+void forward16(const float* x, float* y) {
+  const Pack<float> a = load(x), b = reverse(load(x + 8));
+  const auto sums = lanesOf(a + b), differences = lanesOf(a - b);
+  const Two<float> r = interleave(multiply8<1>(sums.x, kForwardEven), multiply8<1>(differences.x, kForwardOdd));
+  store(y, r.a);
+  store(y + 8, r.b);
+}
+void inverse16(const float* x, float* y) {
+  const Pack<float> e = multiply8<2>(x, kInverseEven), o = multiply8<2>(x + 1, kInverseOdd);
+  store(y, e + o);
+  store(y + 8, reverse(e - o));
 }
 
 void forward4(const float* x, float* y) {
@@ -59,117 +82,125 @@ void inverse4(const float* x, float* y) {
 }
 
 // ---- any length below the direct limit
-// -------------------------------------------------------------------------------- cos and sin of (2n + 1) k theta,
-// theta = pi / 2N, for a pack of k of one parity, turn from n to n + 1 by 2 k theta. The turning loses accuracy slowly
-// and starts afresh from the table every few steps.
+// -------------------------------------------------------------------------------- A coefficient is a sum over evenly
+// spaced angles, f[i] cos(phi + (i - c) delta) around the middle term c. Pairs of terms at equal distance j from it
+// share cos and sin of j delta, which turn from step to step:
+//   cos(phi) * sum of (f[c+j] + f[c-j]) cos(j delta)  -  sin(phi) * sum of (f[c+j] - f[c-j]) sin(j delta).
+// With theta = pi / 2N, the forward transform sums over samples n (folded by parity of k) with delta = 2 k theta; the
+// inverse over coefficients k of one parity, with delta = 2 (2n + 1) theta.
 
 constexpr int L = Pack<float>::lanes;
-constexpr int kFreshStart = 8;
-
 constexpr int kChains = 3;  // packs that turn side by side: one alone would wait for its own results
+constexpr int kMostTerms = (kDctDirectLimit + 1) / 2;
 
-struct Turning {
-  Pack<float> c[kChains], s[kChains], stepC[kChains], stepS[kChains], sum[kChains];
-  // Adds cosine times value, then turns.
-  VEK_INLINE void step(float value) {
-    const Pack<float> x = broadcast(value);
-#pragma GCC unroll 4
+// The terms of one sum around its middle: f[c+j] + f[c-j] and f[c+j] - f[c-j] for j = 0 .. most.
+struct Terms {
+  float sum[kMostTerms], difference[kMostTerms];
+  int count;
+};
+int middleOf(int count) { return (count - 1) / 2; }
+VEK_INLINE void gatherTerms(Terms* t, const float* f, int stride, int count) {
+  const int c = middleOf(count);
+  t->count = count - c;
+  t->sum[0] = f[c * stride];
+  for (int j = 1; j < t->count; ++j) {
+    const float up = f[(c + j) * stride], down = c >= j ? f[(c - j) * stride] : 0.0f;
+    t->sum[j] = up + down;
+    t->difference[j] = up - down;
+  }
+}
+
+// The sums for kChains packs of lanes whose cos and sin of delta and of phi are given.
+struct Sums {
+  Pack<float> of[kChains];
+};
+VEK_NOINLINE void turningSums(Sums* out, const Terms* t, const float* cosDelta, const float* sinDelta,
+                              const float* cosPhi, const float* sinPhi, int packs) {
+  Pack<float> stepC[kChains], stepS[kChains], c[kChains], s[kChains], even[kChains], odd[kChains];
+#pragma GCC unroll 3
+  for (int i = 0; i < kChains; ++i) {
+    const int at = i < packs ? i * L : 0;
+    c[i] = stepC[i] = load(cosDelta + at);
+    s[i] = stepS[i] = load(sinDelta + at);
+    even[i] = broadcast(t->sum[0]);
+    odd[i] = zeros<float>();
+  }
+  for (int j = 1; j < t->count; ++j) {
+    const Pack<float> sum = broadcast(t->sum[j]), difference = broadcast(t->difference[j]);
+#pragma GCC unroll 3
     for (int i = 0; i < kChains; ++i) {
-      sum[i] = fusedMulAdd(x, c[i], sum[i]);
+      even[i] = fusedMulAdd(sum, c[i], even[i]);
+      odd[i] = fusedMulAdd(difference, s[i], odd[i]);
       const Pack<float> next = fusedNegMulAdd(s[i], stepS[i], c[i] * stepC[i]);
       s[i] = fusedMulAdd(c[i], stepS[i], s[i] * stepC[i]);
       c[i] = next;
     }
   }
-};
-
-struct Cosines {
-  const float* table;
-  int len;
-  // cos and sin of m * theta for the L values m = m0, m0 + stride, ...; sin x = cos(x - pi/2).
-  VEK_INLINE void lookUp(int64_t m0, int64_t stride, Pack<float>* c, Pack<float>* s) const {
-    alignas(32) float cosines[L], sines[L];
-    const int period = 4 * len, jump = int(stride % period);
-    int m = int(m0 % period);
-    for (int i = 0; i < L; ++i) {
-      cosines[i] = table[m];
-      sines[i] = table[m >= len ? m - len : m + 3 * len];
-      m += jump;
-      m -= m >= period ? period : 0;
-    }
-    *c = load(cosines);
-    *s = load(sines);
-  }
-};
-
-// Copies the sums x[n] + x[N-1-n] and the differences to work; an odd length's middle counts once, as a sum.
-void fold(const float* x, float* sums, float* differences, int len) {
-  const int half = len / 2;
-  if (len % 2 != 0) sums[half] = x[half];
-  for (int n = 0; n < half; ++n) {
-    const float a = x[n], b = x[len - 1 - n];
-    sums[n] = a + b;
-    differences[n] = a - b;
-  }
-}
-
-// The sums over count terms x[0], x[stride], ... of cos((m0 + lane * across) * (first + term * along) * theta) for
-// kChains packs of lanes.
-VEK_INLINE Turning sumsOf(const float* x, int stride, int count, int64_t m0, int across, int64_t first, int along,
-                          Cosines cosines) {
-  Turning t;
+#pragma GCC unroll 3
   for (int i = 0; i < kChains; ++i) {
-    const int64_t m = m0 + int64_t(across) * i * L;
-    cosines.lookUp(m * along, across * along, &t.stepC[i], &t.stepS[i]);
-    t.sum[i] = zeros<float>();
+    const int at = i < packs ? i * L : 0;
+    out->of[i] = fusedNegMulAdd(odd[i], load(sinPhi + at), even[i] * load(cosPhi + at));
   }
-  for (int from = 0; from < count; from += kFreshStart) {
-    const int64_t factor = first + int64_t(from) * along;
-    for (int i = 0; i < kChains; ++i) {
-      cosines.lookUp((m0 + int64_t(across) * i * L) * factor, across * factor, &t.c[i], &t.s[i]);
-    }
-    const int to = from + kFreshStart < count ? from + kFreshStart : count;
-    for (int n = from; n < to; ++n) t.step(x[n * stride]);
-  }
-  return t;
 }
 
-void forwardDirect(const float* x, float* y, const DctSpec* spec, float* work) {
+// The sums of all `lanes` lanes, stored one after the other; packs past the end compute on what lies there.
+void allSums(float* out, const Terms* t, int lanes, const float* cosDelta, const float* sinDelta, const float* cosPhi,
+             const float* sinPhi) {
+  for (int from = 0; from < lanes; from += kChains * L) {
+    const int packs = (lanes - from + L - 1) / L;
+    Sums sums;
+    turningSums(&sums, t, cosDelta + from, sinDelta + from, cosPhi + from, sinPhi + from, packs);
+    for (int i = 0; i < kChains && i < packs; ++i) store(out + from + i * L, sums.of[i]);
+  }
+}
+
+constexpr int kMostLanes = kMostTerms + L;
+
+// Four tables of len entries, k = 0, 2, 4, ... before k = 1, 3, ...: cos and sin of delta, cos and sin of phi.
+void forwardDirect(const float* x, float* y, const DctSpec* spec, float* folded) {
   const int len = spec->len, half = len / 2, more = len - half;
-  const Cosines cosines{spec->table, len};
-  fold(x, work, work + more, len);
+  for (int n = 0; n < half; ++n) {
+    folded[n] = x[n] + x[len - 1 - n];
+    folded[more + n] = x[n] - x[len - 1 - n];
+  }
+  if (len % 2 != 0) folded[half] = x[half];
   for (int parity = 0; parity < 2; ++parity) {
-    const float* folded = parity == 0 ? work : work + more;
-    for (int k = parity; k < len; k += 2 * L * kChains) {
-      const Turning t = sumsOf(folded, 1, parity == 0 ? more : half, k, 2, 1, 2, cosines);
-      for (int i = 0; i < kChains * L && k + 2 * i < len; ++i) {
-        y[k + 2 * i] = lanesOf(t.sum[i / L])[i % L] * (k + 2 * i == 0 ? spec->dcScale : spec->acScale);
-      }
-    }
+    const int count = parity == 0 ? more : half;
+    const float* table = spec->table + (parity == 0 ? 0 : more);
+    Terms terms;
+    float sums[kMostLanes];
+    gatherTerms(&terms, folded + (parity == 0 ? 0 : more), 1, count);
+    allSums(sums, &terms, count, table, table + len, table + 2 * len, table + 3 * len);
+    for (int i = 0; i < count; ++i) y[2 * i + parity] = sums[i] * spec->acScale;
+    if (parity == 0) y[0] = sums[0] * spec->dcScale;
   }
 }
 
-void inverseDirect(const float* x, float* y, const DctSpec* spec, float* work) {
-  const int len = spec->len;
-  const Cosines cosines{spec->table, len};
-  work[0] = x[0] * spec->dcScale;
-  for (int k = 1; k < len; ++k) work[k] = x[k] * spec->acScale;
-  for (int n = 0; 2 * n < len; n += L * kChains) {
-    const Turning even = sumsOf(work, 2, (len + 1) / 2, 2 * n + 1, 2, 0, 2, cosines);
-    const Turning odd = sumsOf(work + 1, 2, len / 2, 2 * n + 1, 2, 1, 2, cosines);
-    for (int i = 0; i < kChains * L && 2 * (n + i) < len; ++i) {
-      const float a = lanesOf(even.sum[i / L])[i % L], b = lanesOf(odd.sum[i / L])[i % L];
-      y[len - 1 - n - i] = a - b;
-      y[n + i] = a + b;  // an odd length's middle is its own mirror image; its odd part is zero
-    }
+// Six tables of (len+1)/2 entries by n: cos and sin of delta, of phi for even k, of phi for odd k.
+void inverseDirect(const float* x, float* y, const DctSpec* spec, float* scaled) {
+  const int len = spec->len, half = len / 2, more = len - half;
+  scaled[0] = x[0] * spec->dcScale;
+  for (int k = 1; k < len; ++k) scaled[k] = x[k] * spec->acScale;
+  float sums[2][kMostLanes];
+  for (int parity = 0; parity < 2; ++parity) {
+    const float* phi = spec->table + (2 + 2 * parity) * more;
+    Terms terms;
+    gatherTerms(&terms, scaled + parity, 2, parity == 0 ? more : half);
+    allSums(sums[parity], &terms, more, spec->table, spec->table + more, phi, phi + more);
+  }
+  for (int n = 0; n < more; ++n) {
+    y[len - 1 - n] = sums[0][n] - sums[1][n];
+    y[n] = sums[0][n] + sums[1][n];  // an odd length's middle is its own mirror image; its odd part is zero
   }
 }
 
 }  // namespace
 
 void dctSmall(const float* x, float* y, int len, bool forward) {
-  if (len == 8) {
-    multiply8(x, y, forward ? kForward8 : kInverse8);
+  if (len == 16) {
+    forward ? forward16(x, y) : inverse16(x, y);
+  } else if (len == 8) {
+    store(y, multiply8<1>(x, forward ? kForward8 : kInverse8));
   } else if (len == 4) {
     forward ? forward4(x, y) : inverse4(x, y);
   } else if (len == 2) {
@@ -189,10 +220,27 @@ void dctDirect(const float* x, float* y, const DctSpec* spec, float* work, bool 
   }
 }
 
-void buildDirect(DctSpec* spec) {
-  spec->table = reinterpret_cast<float*>(spec + 1);
-  const int period = 4 * spec->len;
-  for (int j = 0; j < period; ++j) spec->table[j] = float(cos(j * (kTwoPi / period)));
+void buildDirect(DctSpec* spec, bool forward) {
+  float* table = spec->table = reinterpret_cast<float*>(spec + 1);
+  const int len = spec->len, half = len / 2, more = len - half, period = 4 * len;
+  const auto put = [&](float* cosine, int64_t m) {  // cos and sin of m theta, the sine one table further on
+    const double angle = double(m % period) * (kTwoPi / period);
+    cosine[0] = float(cos(angle));
+    cosine[forward ? len : more] = float(sin(angle));
+  };
+  if (forward) {
+    for (int i = 0; i < len; ++i) {
+      const int64_t k = i < more ? 2 * i : 2 * (i - more) + 1;
+      put(table + i, 2 * k);
+      put(table + 2 * len + i, (2 * middleOf(i < more ? more : half) + 1) * k);
+    }
+    return;
+  }
+  for (int n = 0; n < more; ++n) {
+    put(table + n, 2 * (2 * n + 1));
+    put(table + 2 * more + n, int64_t(2 * n + 1) * 2 * middleOf(more));
+    put(table + 4 * more + n, int64_t(2 * n + 1) * (2 * middleOf(half) + 1));
+  }
 }
 
 }  // namespace vek::VEK_SLOT

@@ -4,8 +4,8 @@
 // X[k] = Re(c_k V[k]) and X[N-k] = -Im(c_k V[k]). For even N = 2n, V comes from the spectrum Z of the n pairs of v:
 // with S = Z[k] + conj Z[n-k], D = (Z[k] - conj Z[n-k]) / i, P = c_k S / 2, Q = c_k exp(-2 pi i k / N) D / 2,
 //   c_k V[k] = P + Q,   c_(n-k) V[n-k] = exp(-i pi/4) conj(P - Q).
-#include "core/simd/shuffle.h"
 #include "transform/dct.h"
+#include "transform/dct_order.h"
 #include "transform/fft_small.h"
 
 namespace vek::VEK_SLOT {
@@ -14,89 +14,6 @@ namespace {
 constexpr int L = kLanes<float>;
 constexpr float kRootHalf = 0.707106781186547524f;
 constexpr float kCosEighth = 0.92387953251128675613f, kSinEighth = 0.38268343236508977173f;  // of pi/8
-
-// ---- the order of samples: evens from the front, odds from the back
-// ------------------------------------------------------
-
-void splitParity(const float* x, float* v, int64_t len) {
-  constexpr int lanes = Pack<float>::lanes;
-  int64_t i = 0;
-  for (; 2 * (i + lanes) <= len; i += lanes) {
-    const Two<float> s = deinterleave(load(x + 2 * i), load(x + 2 * i + lanes));
-    store(v + i, s.a);
-    store(v + len - i - lanes, reverse(s.b));
-  }
-  for (; 2 * i < len; ++i) {
-    v[i] = x[2 * i];
-    if (2 * i + 1 < len) v[len - 1 - i] = x[2 * i + 1];
-  }
-}
-void mergeParity(const float* v, float* x, int64_t len) {
-  constexpr int lanes = Pack<float>::lanes;
-  int64_t i = 0;
-  for (; 2 * (i + lanes) <= len; i += lanes) {
-    const Two<float> s = interleave(load(v + i), reverse(load(v + len - i - lanes)));
-    store(x + 2 * i, s.a);
-    store(x + 2 * i + lanes, s.b);
-  }
-  for (; 2 * i < len; ++i) {
-    x[2 * i] = v[i];
-    if (2 * i + 1 < len) x[2 * i + 1] = v[len - 1 - i];
-  }
-}
-
-// In place, for long powers of two: first inside chunks, then whole blocks move along the cycles of the permutation.
-constexpr int kBlock = 2048;
-
-struct BlockCycles {
-  uint64_t done[1 << 10];
-  alignas(64) float held[kBlock];
-};
-
-// x[block b] = x[block from(b)] for all b.
-template <class F>
-VEK_INLINE void permuteBlocks(float* x, int64_t blocks, F from) {
-  BlockCycles c;
-  __builtin_memset(c.done, 0, sizeof c.done);
-  for (int64_t start = 0; start < blocks; ++start) {
-    if (c.done[start >> 6] >> (start & 63) & 1) continue;
-    __builtin_memcpy(c.held, x + start * kBlock, sizeof c.held);
-    int64_t hole = start;
-    for (;;) {
-      c.done[hole >> 6] |= uint64_t(1) << (hole & 63);
-      const int64_t next = from(hole);
-      if (next == start) break;
-      __builtin_memcpy(x + hole * kBlock, x + next * kBlock, sizeof c.held);
-      hole = next;
-    }
-    __builtin_memcpy(x + hole * kBlock, c.held, sizeof c.held);
-  }
-}
-
-VEK_NOINLINE void splitChunks(float* x, int64_t len) {
-  alignas(64) float chunk[2 * kBlock];
-  for (int64_t i = 0; i < len; i += 2 * kBlock) {
-    splitParity(x + i, chunk, 2 * kBlock);
-    __builtin_memcpy(x + i, chunk, sizeof chunk);
-  }
-}
-VEK_NOINLINE void mergeChunks(float* x, int64_t len) {
-  alignas(64) float chunk[2 * kBlock];
-  for (int64_t i = 0; i < len; i += 2 * kBlock) {
-    mergeParity(x + i, chunk, 2 * kBlock);
-    __builtin_memcpy(x + i, chunk, sizeof chunk);
-  }
-}
-VEK_NOINLINE void splitParityInPlace(float* x, int64_t len) {
-  const int64_t blocks = len / kBlock;
-  splitChunks(x, len);
-  permuteBlocks(x, blocks, [=](int64_t b) VEK_LAMBDA { return 2 * b < blocks ? 2 * b : 2 * (blocks - 1 - b) + 1; });
-}
-VEK_NOINLINE void mergeParityInPlace(float* x, int64_t len) {
-  const int64_t blocks = len / kBlock;
-  permuteBlocks(x, blocks, [=](int64_t b) VEK_LAMBDA { return b % 2 == 0 ? b / 2 : blocks - 1 - b / 2; });
-  mergeChunks(x, len);
-}
 
 // ---- the roots that turn Z into coefficients
 // ------------------------------------------------------------------------------
@@ -200,6 +117,21 @@ struct Places {
   }
 };
 
+// The first block of k and its partners, k and n - k, or their coefficients, in order.
+struct Head {
+  alignas(32) float own[2 * L], partners[2 * L], of[4][L];
+  VEK_INLINE void takePartner(const float* z, int64_t from, int i) {
+    partners[2 * i] = z[2 * from];
+    partners[2 * i + 1] = z[2 * from + 1];
+  }
+  VEK_INLINE void keep(Four<Reg<float>> x) {
+    storeUp(of[0], x.k);
+    storeUp(of[1], x.last);
+    storeUp(of[2], x.below);
+    storeUp(of[3], x.above);
+  }
+};
+
 // z holds n complex numbers; y its 2n coefficients; y is z only with kInPlace.
 template <Placing W>
 VEK_NOINLINE void coefficients(const float* z, float* y, int64_t n, TurnTable table, float dc, float a) {
@@ -221,9 +153,22 @@ VEK_NOINLINE void coefficients(const float* z, float* y, int64_t n, TurnTable ta
     y[at.of(n - k, true)] = x.above;
   };
   const int64_t pairs = (n + 1) / 2;  // k below this has a partner of its own
-  int64_t k = 1;
-  for (; k < L && k < pairs; ++k) one(k);
   const Reg<float> h = splat(kRootHalf);
+  // The first block by way of copies: element 0 is its own partner, and nothing of its results is kept.
+  Head head;
+  for (int i = 0; i < L; ++i) head.takePartner(z, i == 0 ? 0 : n - i, i);
+  {
+    const Complex<float> p = loadInterleaved(z), q = loadInterleaved(head.partners);
+    const Turns t = table.block(0);
+    head.keep(toCoefficients(p.re, p.im, q.re, q.im, t.c.re, t.c.im, t.d.re, t.d.im, h));
+  }
+  int64_t k = 1;
+  for (; k < L && k < pairs; ++k) {
+    y[at.of(k, false)] = head.of[0][k];
+    y[at.of(k, true)] = head.of[1][k];
+    y[at.of(n - k, false)] = head.of[2][k];
+    y[at.of(n - k, true)] = head.of[3][k];
+  }
   for (; k + L <= pairs; k += L) {
     const Complex<float> p = loadInterleaved(z + 2 * k), q = loadReversed(z + 2 * (n - k));
     const Turns t = table.block(k);
@@ -254,9 +199,24 @@ VEK_NOINLINE void spectrum(const float* y, float* z, int64_t n, TurnTable table,
     z[2 * k] = p.ar, z[2 * k + 1] = p.ai, z[2 * (n - k)] = p.br, z[2 * (n - k) + 1] = p.bi;
   };
   const int64_t pairs = (n + 1) / 2;
-  int64_t k = 1;
-  for (; k < L && k < pairs; ++k) one(k);
   const Reg<float> h = splat(kRootHalf);
+  Head head;
+  for (int i = 0; i < L; ++i) {
+    head.of[0][i] = y[at.of(i, false)], head.of[1][i] = y[at.of(i, true)];
+    head.of[2][i] = i == 0 ? 0 : y[at.of(n - i, false)], head.of[3][i] = i == 0 ? 0 : y[at.of(n - i, true)];
+  }
+  {
+    const Turns t = table.block(0);
+    const Four<Reg<float>> x = {loadUp(head.of[0]), loadUp(head.of[1]), loadUp(head.of[2]), loadUp(head.of[3])};
+    const Pair<Reg<float>> p = fromCoefficients(x, t.c.re, t.c.im, t.d.re, t.d.im, h);
+    storeInterleaved<float>(head.own, {p.ar, p.ai});
+    storeInterleaved<float>(head.partners, {p.br, p.bi});
+  }
+  int64_t k = 1;
+  for (; k < L && k < pairs; ++k) {
+    z[2 * k] = head.own[2 * k], z[2 * k + 1] = head.own[2 * k + 1];
+    z[2 * (n - k)] = head.partners[2 * k], z[2 * (n - k) + 1] = head.partners[2 * k + 1];
+  }
   for (; k + L <= pairs; k += L) {
     Four<Reg<float>> x;
     if constexpr (W == kOwnOrder) {
@@ -288,9 +248,7 @@ void fourier(const float* in, float* out, const DctSpec* spec, Direction d) {
   const int m = __builtin_ctz(unsigned(spec->len)) - 1;
   if (m < 6) {
     withSmall(m, [&]<int M>() VEK_LAMBDA {
-      if constexpr (M >= 3) {
-        d == kForward ? smallForward<M>(in, out, 1.0f) : smallInverse<M>(in, out, 1.0f);
-      }
+      d == kForward ? smallTransform<kForward, M>(in, out, 1.0f) : smallTransform<kInverse, M>(in, out, 1.0f);
     });
     return;
   }
@@ -348,12 +306,21 @@ void longPow2(const float* x, float* y, const DctSpec* spec, TurnTable table, bo
 // ---- other lengths: the transform as a convolution with a chirp
 // ---------------------------------------------------------------
 
+// out[j] = in[j] * chirp[j] for count complex numbers, either side conjugated if asked for.
 void mulChirp(const float* in, const Vek32fc* chirp, float* out, int64_t count, bool conjugateIn, bool conjugateOut) {
-  for (int64_t j = 0; j < count; ++j) {
-    const float re = in[2 * j], im = conjugateIn ? -in[2 * j + 1] : in[2 * j + 1];
+  const float signIn = conjugateIn ? -1.0f : 1.0f, signOut = conjugateOut ? -1.0f : 1.0f;
+  const Reg<float> flipIn = splat(signIn), flipOut = splat(signOut);
+  int64_t j = 0;
+  for (; j + L <= count; j += L) {
+    const Complex<float> a = loadInterleaved(in + 2 * j);
+    const Complex<float> r = times(Complex<float>{a.re, a.im * flipIn}, loadInterleaved(&chirp[j].re));
+    storeInterleaved<float>(out + 2 * j, {r.re, r.im * flipOut});
+  }
+  for (; j < count; ++j) {
+    const float re = in[2 * j], im = in[2 * j + 1] * signIn;
     const float outRe = re * chirp[j].re - im * chirp[j].im, outIm = re * chirp[j].im + im * chirp[j].re;
     out[2 * j] = outRe;
-    out[2 * j + 1] = conjugateOut ? -outIm : outIm;
+    out[2 * j + 1] = outIm * signOut;
   }
 }
 
@@ -413,13 +380,28 @@ void inverseChirp(const float* x, float* y, const DctSpec* spec, Vek32fc* work) 
   mergeParity(z, y, len);
 }
 
+// 4N roots; the table of roots ends at 2^28, the longest transform takes the last bit apart. Its own function, so that
+// the roots leave the stack to the Fourier transform's.
+VEK_NOINLINE void makePow2Turns(DctSpec* spec, int order) {
+  const int bits = order + 2, extra = bits > 28 ? bits - 28 : 0;
+  const double unit = kTwoPi / double(int64_t(1) << bits);
+  const Roots roots(bits - extra);
+  const Root halfStep = {cos(unit), -sin(unit)};
+  makeTurns(spec->table, spec->len / 4, spec->len >= kTwoLevelLen, spec->acScale, [&](int64_t j) {
+    const Root r = roots(j >> extra);
+    return extra != 0 && (j & 1) ? r * halfStep : r;
+  });
+}
+
 uint8_t* align64(uint8_t* p) { return p + (-reinterpret_cast<uintptr_t>(p) & 63); }
 
 }  // namespace
 
 void dctPow2(const float* x, float* y, const DctSpec* spec, bool forward) {
   const TurnTable table{spec->table, spec->len >= kTwoLevelLen};
-  if (spec->len <= kOnStack) {
+  if (spec->len == 16) {
+    dctSmall(x, y, 16, forward);
+  } else if (spec->len <= kOnStack) {
     shortPow2(x, y, spec, table, forward);
   } else {
     longPow2(x, y, spec, table, forward);
@@ -442,14 +424,7 @@ void buildPow2(DctSpec* spec) {
     next = spec->fft->tableEnd;
   }
   spec->table = reinterpret_cast<float*>(align64(next));
-  // 4N roots; the table of roots ends at 2^28, the longest transform takes the last bit apart.
-  const int bits = order + 2, extra = bits > 28 ? bits - 28 : 0;
-  const Roots roots(bits - extra);
-  const Root halfStep = {cos(kTwoPi / double(int64_t(1) << bits)), -sin(kTwoPi / double(int64_t(1) << bits))};
-  makeTurns(spec->table, spec->len / 4, spec->len >= kTwoLevelLen, spec->acScale, [&](int64_t j) {
-    const Root r = roots(j >> extra);
-    return extra != 0 && (j & 1) ? r * halfStep : r;
-  });
+  makePow2Turns(spec, order);
 }
 
 int64_t chirpPoints(int len) {

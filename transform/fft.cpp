@@ -129,16 +129,7 @@ void realSmall(const T* src, T* dst, int order, T scale) {
     dst[0] = src[0] * scale;
     return;
   }
-  withSmall(order - 1, [&]<int M>() VEK_LAMBDA {
-    if constexpr (D == kForward) {
-      smallRealForward<M>(src, dst, scale);
-    } else if constexpr (M == 0) {
-      const T a = src[0], b = src[1];
-      dst[0] = (a + b) * scale, dst[1] = (a - b) * scale;
-    } else {
-      smallRealInverse<M>(src, dst, scale);
-    }
-  });
+  withSmall(order - 1, [&]<int M>() VEK_LAMBDA { smallReal<D, M>(src, dst, scale); });
 }
 
 template <Direction D, class T>
@@ -169,13 +160,7 @@ VekStatus complexCall(const C* src, C* dst, const FftSpec* spec, T) {
   T* out = &dst->re;
   const T scale = scaleOf<T>(spec, D);
   if (isSmall(kFftKindOf<C>, spec->order)) {
-    withSmall(spec->order, [&]<int M>() VEK_LAMBDA {
-      if constexpr (D == kForward) {
-        smallForward<M>(in, out, scale);
-      } else {
-        smallInverse<M>(in, out, scale);
-      }
-    });
+    withSmall(spec->order, [&]<int M>() VEK_LAMBDA { smallTransform<D, M>(in, out, scale); });
   } else {
     complexTransform<D>(in, out, spec->order, static_cast<const T*>(spec->complexTwiddles), scale);
   }

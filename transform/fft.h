@@ -16,6 +16,7 @@ namespace vek::VEK_SLOT {
 // spectrum of N elements: bin 0, bin N/2, then (re, im) of bins 1 .. N/2-1. Complex data has N bins in natural order.
 enum FftKind : int32_t { kFftReal32 = 6, kFftReal64 = 7, kFftComplex32 = 8, kFftComplex64 = 9 };
 
+namespace {  // clang would give the specialisations a symbol in every file
 template <class T>
 constexpr FftKind kFftKindOf = kFftReal32;
 template <>
@@ -24,6 +25,7 @@ template <>
 constexpr FftKind kFftKindOf<Vek32fc> = kFftComplex32;
 template <>
 constexpr FftKind kFftKindOf<Vek64fc> = kFftComplex64;
+}  // namespace
 
 // Which direction is multiplied by what.
 enum FftNorm : int {
@@ -76,7 +78,9 @@ VekStatus fftInitAlloc(FftKind kind, FftSpec** pSpec, int order, int flag, int h
 VekStatus fftFree(FftSpec* spec);
 
 // N elements to their spectrum and back, in place if src == dst; other overlaps are not allowed. work may be null: the
-// kernels work in the destination. Checks: spec null (-8), its id (-17), src or dst null (-8).
+// kernels work in the destination. In single precision the relative error in the 2-norm stays below
+// 0.6e-7 * sqrt(order) + 1e-7 (about half of it for random data), that of one bin below 1e-6 of the spectrum's root
+// mean square for orders up to 20. Checks: spec null (-8), its id (-17), src or dst null (-8).
 VekStatus fftForward(const Vek32f* src, Vek32f* dst, const FftSpec* spec, uint8_t* work);
 VekStatus fftForward(const Vek64f* src, Vek64f* dst, const FftSpec* spec, uint8_t* work);
 VekStatus fftForward(const Vek32fc* src, Vek32fc* dst, const FftSpec* spec, uint8_t* work);

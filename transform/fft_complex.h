@@ -157,26 +157,47 @@ VEK_INLINE void tile(const T* from, int64_t rowStep, T* to, int64_t columnStep) 
   for (int c = 0; c < 8; c += kLanes<T>) tileColumns<D>(from + 2 * c, rowStep, to, columnStep, c);
 }
 
-// The first sweep. In place, tile q and the tile it trades places with are done together.
+VEK_INLINE int64_t reverseBits(int64_t x, int bits) {
+  uint64_t v = __builtin_bswap64(uint64_t(x));
+  v = (v >> 4 & 0x0F0F0F0F0F0F0F0F) | (v & 0x0F0F0F0F0F0F0F0F) << 4;
+  v = (v >> 2 & 0x3333333333333333) | (v & 0x3333333333333333) << 2;
+  v = (v >> 1 & 0x5555555555555555) | (v & 0x5555555555555555) << 1;
+  return bits == 0 ? 0 : int64_t(v >> (64 - bits));
+}
+
+// Tile q goes to the place of tile `reversed`. In place the two trade places, at the visit to the smaller.
+template <Direction D, class T>
+VEK_INLINE void placeTile(const T* src, T* dst, int64_t row, int64_t q, int64_t reversed) {
+  if (src != dst) {
+    tile<D>(src + 16 * q, row, dst + 16 * reversed, row);
+  } else if (q <= reversed) {
+    alignas(64) T kept[128];
+    tile<D>(src + 16 * q, row, kept, 16);
+    if (q != reversed) tile<D>(src + 16 * reversed, row, dst + 16 * q, row);
+#pragma GCC unroll 1
+    for (int c = 0; c < 8; ++c) {
+      for (int i = 0; i < 16; i += kLanes<T>) storeV(dst + 16 * reversed + c * row + i, loadV(kept + 16 * c + i));
+    }
+  }
+}
+
+// The first sweep. Neighbouring tiles go to places far apart; where that costs cache and page misses, tiles are visited
+// in squares of four sources by four destinations that lie side by side.
+constexpr int kSquareBits = 2, kSquaresFrom = 10;
+
 template <Direction D, class T>
 VEK_NOINLINE void firstSweep(const T* src, T* dst, int m) {
-  const int64_t row = int64_t(2) << (m - 3), tiles = int64_t(1) << (m - 6);
-  int64_t reversed = 0;
-  for (int64_t q = 0; q < tiles; ++q) {
-    if (src != dst) {
-      tile<D>(src + 16 * q, row, dst + 16 * reversed, row);
-    } else if (q <= reversed) {
-      alignas(64) T kept[128];
-      tile<D>(src + 16 * q, row, kept, 16);
-      if (q != reversed) tile<D>(src + 16 * reversed, row, dst + 16 * q, row);
-#pragma GCC unroll 1
-      for (int c = 0; c < 8; ++c) {
-        for (int i = 0; i < 16; i += kLanes<T>) storeV(dst + 16 * reversed + c * row + i, loadV(kept + 16 * c + i));
+  const int bits = m - 6;
+  const int64_t row = int64_t(2) << (m - 3), tiles = int64_t(1) << bits;
+  const int corner = bits >= kSquaresFrom ? kSquareBits : 0;
+  const int64_t side = int64_t(1) << corner, far = tiles >> corner;
+  for (int64_t middle = 0; middle < far; middle += side) {
+    for (int64_t h = 0; h < side; ++h) {
+      for (int64_t l = 0; l < side; ++l) {
+        const int64_t q = h * far + middle + l;
+        placeTile<D>(src, dst, row, q, reverseBits(q, bits));
       }
     }
-    // add one at the top end
-    const int ones = __builtin_ctzll(uint64_t(q + 1));
-    reversed ^= tiles - (tiles >> (ones + 1));
   }
 }
 

@@ -25,13 +25,6 @@ struct RealRoots {
     const T* c = coarse + 2 * (k / kFineRoots);
     return times(loadBlock(fine + 2 * (k % kFineRoots)), Complex<T>{splat(c[0]), splat(c[1])});
   }
-  VEK_INLINE Root one(int64_t k) const {  // k < kFineRoots
-    const int64_t first = k / kLanes<T> * kLanes<T>;
-    for (int lane = 0; lane < kLanes<T>; ++lane) {
-      if (first + kLaneOrder<T>[lane] == k) return {fine[2 * first + lane], fine[2 * first + kLanes<T> + lane]};
-    }
-    return {};
-  }
 };
 
 VEK_INLINE int64_t realTableSize(int order) {
@@ -72,19 +65,21 @@ VEK_INLINE void fromSpectrum(Complex<T>& a, Complex<T>& b, Complex<T> w) {
 }
 
 template <Direction D, class T>
-VEK_INLINE void recombineOne(const T* src, T* dst, int64_t k, int64_t n, Root root, T scale) {
-  const T ar = src[2 * k], ai = src[2 * k + 1], br = src[2 * (n - k)], bi = src[2 * (n - k) + 1];
-  const T wr = T(root.re), wi = T(root.im), er = ar + br, ei = ai - bi;
+VEK_INLINE void recombineBlocks(Complex<T>& a, Complex<T>& b, Complex<T> w, Reg<T> half) {
   if constexpr (D == kForward) {
-    const T half = T(0.5) * scale, odr = ai + bi, odi = br - ar;
-    const T tr = odr * wr - odi * wi, ti = odr * wi + odi * wr;
-    dst[2 * (n - k)] = (er - tr) * half, dst[2 * (n - k) + 1] = (ti - ei) * half;
-    dst[2 * k] = (er + tr) * half, dst[2 * k + 1] = (ei + ti) * half;
+    toSpectrum(a, b, w, half);
   } else {
-    const T dr = ar - br, di = ai + bi, odr = dr * wr + di * wi, odi = di * wr - dr * wi;
-    dst[2 * (n - k)] = er + odi, dst[2 * (n - k) + 1] = odr - ei;
-    dst[2 * k] = er - odi, dst[2 * k + 1] = ei + odr;
+    fromSpectrum(a, b, w);
   }
+}
+
+// 2L - 2 elements: the partners of the first block without the one that is no partner.
+template <class T>
+VEK_INLINE void copyPartners(T* to, const T* from) {
+  constexpr int L = kLanes<T>;
+  const Reg<T> a = loadV(from), b = loadV(from + L - 2);
+  storeV(to, a);
+  storeV(to + L - 2, b);
 }
 
 template <Direction D, class T>
@@ -92,24 +87,28 @@ VEK_NOINLINE void recombine(const T* src, T* dst, int order, const T* table, T s
   constexpr int L = kLanes<T>;
   const int64_t n = int64_t(1) << (order - 1);
   const RealRoots<T> roots(table, order);
-  const T dc = src[0], nyquist = src[1], mr = src[n], mi = src[n + 1];
+  const T first = src[0], second = src[1], mr = src[n], mi = src[n + 1];
   const T one = D == kForward ? scale : T(1), middle = D == kForward ? scale : T(2);
-  dst[0] = (dc + nyquist) * one;
-  dst[1] = (dc - nyquist) * one;
-  dst[n] = mr * middle;
-  dst[n + 1] = -mi * middle;
-  for (int k = 1; k < L; ++k) recombineOne<D>(src, dst, k, n, roots.one(k), scale);
   const Reg<T> half = splat(T(0.5) * scale);
+  // The first block: element 0 stands alone, so its partners come and go by way of a copy that holds one more.
+  alignas(32) T partners[2 * L];
+  copyPartners(partners, src + 2 * (n - L + 1));
+  partners[2 * L - 2] = partners[2 * L - 1] = 0;
+  Complex<T> a = loadInterleaved(src), b = loadReversed(partners + 2 * (L - 1));
+  recombineBlocks<D>(a, b, roots.block(0), half);
+  storeReversed(partners + 2 * (L - 1), b);
+  storeInterleaved(dst, a);
+  copyPartners(dst + 2 * (n - L + 1), partners);
   for (int64_t k = L; k < n / 2; k += L) {
-    Complex<T> a = loadInterleaved(src + 2 * k), b = loadReversed(src + 2 * (n - k));
-    if constexpr (D == kForward) {
-      toSpectrum(a, b, roots.block(k), half);
-    } else {
-      fromSpectrum(a, b, roots.block(k));
-    }
+    a = loadInterleaved(src + 2 * k), b = loadReversed(src + 2 * (n - k));
+    recombineBlocks<D>(a, b, roots.block(k), half);
     storeInterleaved(dst + 2 * k, a);
     storeReversed(dst + 2 * (n - k), b);
   }
+  dst[0] = (first + second) * one;
+  dst[1] = (first - second) * one;
+  dst[n] = mr * middle;
+  dst[n + 1] = -mi * middle;
 }
 
 }  // namespace

@@ -70,8 +70,12 @@ VEK_INLINE Group<T, K> eachPack(F f, Group<T, K> a, Group<T, K> b) {
 // What an element divided by zero gives.
 template <class T>
 VEK_INLINE Pack<T> overZero(Pack<T> x) {
-  const Pack<T> end = kSigned<T> ? LeftShift<T>::saturation(x) : broadcast(T(-1));
-  return keep(x != zeros<T>(), end);
+  const Mask<T> nonZero = x != zeros<T>();
+  if constexpr (kSigned<T>) {
+    return keep(nonZero, LeftShift<T>::saturation(x));
+  } else {
+    return bits<T>(nonZero);
+  }
 }
 
 // Runs `quotient` on packs of divisors and dividends; zeros among the divisors are rare, and dealt with aside.
@@ -147,31 +151,24 @@ VEK_INLINE VekStatus divide(const Vek32f* divisors, const Vek32f* dividends, Vek
   return zeroSeen ? vekStsDivByZero : vekStsNoErr;
 }
 
-// Four complex dividends times the conjugates of the divisors: (a.re b.re + a.im b.im, a.re b.im - a.im b.re).
-VEK_INLINE Pack<float> conjugateProduct(const float* a, Pack<float> b) {
-  const Pack<float> swapped = swapPairs(b) ^ broadcast(-0.0f);
-  return addSubtract(loadDupEven(a) * b, loadDupOdd(a) * swapped);
-}
-
-// Eight complex quotients, so that one division of a whole pack serves them all.
+// Eight complex quotients, real and imaginary parts apart, so that one division of a whole pack serves them all.
 VEK_INLINE void divideBlock(Vek32fc* dst, const Vek32fc* divisors, const Vek32fc* dividends, bool& zeroSeen) {
-  const float *a = parts(divisors), *b = parts(dividends);
   constexpr int step = Pack<float>::lanes;
-  const Pack<float> a0 = load(a), a1 = load(a + step);
-  const Two<float> squares = deinterleaveInHalves(a0 * a0, a1 * a1);
-  const Pack<float> norm = squares.a + squares.b, r = broadcast(1.0f) / norm;
-  const Two<float> scale = interleaveInHalves(r, r);
-  Pack<float> q0 = conjugateProduct(a, load(b)) * scale.a;
-  Pack<float> q1 = conjugateProduct(a + step, load(b + step)) * scale.b;
+  const auto split = [](const float* p)
+                         VEK_LAMBDA { return deinterleaveInHalves(inRegister(load(p)), inRegister(load(p + step))); };
+  const auto [aRe, aIm] = split(parts(divisors));
+  const auto [bRe, bIm] = split(parts(dividends));
+  const Pack<float> norm = aRe * aRe + aIm * aIm, r = broadcast(1.0f) / norm;
+  Pack<float> re = (aRe * bRe + aIm * bIm) * r, im = (aRe * bIm - aIm * bRe) * r;
   const Mask<float> isZero = norm == zeros<float>();
   if (__builtin_expect(any(isZero), 0)) {
     zeroSeen = true;
-    const Two<float> m = interleaveInHalves(bits<float>(isZero), bits<float>(isZero));
-    q0 = select(asMask<float>(m.a), undefined(), q0);
-    q1 = select(asMask<float>(m.b), undefined(), q1);
+    re = select(isZero, undefined(), re);
+    im = select(isZero, undefined(), im);
   }
-  store(parts(dst), q0);
-  store(parts(dst) + step, q1);
+  const Two<float> q = interleaveInHalves(re, im);
+  store(parts(dst), q.a);
+  store(parts(dst) + step, q.b);
 }
 
 VEK_INLINE VekStatus divide(const Vek32fc* divisors, const Vek32fc* dividends, Vek32fc* dst, int len) {

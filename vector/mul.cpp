@@ -11,8 +11,7 @@ struct Times {
 
 // Four complex products of floats: (re, im) = (a.re * b.re - a.im * b.im, a.re * b.im + a.im * b.re).
 VEK_INLINE Pack<float> complexProduct(const Vek32fc* a, const Vek32fc* b) {
-  const Pack<float> y = load(parts(b));
-  return addSubtract(loadDupEven(parts(a)) * y, loadDupOdd(parts(a)) * swapPairs(y));
+  return complexMul(inRegister(load(parts(a))), inRegister(load(parts(b))));
 }
 
 VEK_INLINE VekStatus multiplyComplex(const Vek32fc* a, const Vek32fc* b, Vek32fc* dst, int len) {
@@ -32,7 +31,7 @@ VEK_INLINE VekStatus multiplyRealComplex(const Vek32f* a, const Vek32fc* b, Vek3
 
 VEK_INLINE VekStatus multiplyRealComplex(const Vek32s* a, const Vek32sc* b, Vek32sc* dst, int len, int scaleFactor) {
   if (const VekStatus status = checkVectors(len, a, b, dst)) return status;
-  mapScaled(RealTimesComplex(), scaleFactor, [=](auto f) VEK_LAMBDA {
+  mapScaled(RealTimesComplex(), scaleFactor, dst, len, [=](auto f) VEK_LAMBDA {
     sweep<4>([f](Vek32sc* d, const Vek32s* x, const Vek32sc* y)
                  VEK_LAMBDA { store(parts(d), f(loadTwice(x), load(parts(y)))); },
              dst, len, a, b);
@@ -53,10 +52,10 @@ VEK_INLINE VekStatus multiplyLow(const Vek32s* a, const Vek32s* b, Vek32s* dst, 
   using P = Pack<int32_t>;
   if (const VekStatus status = checkVectors(len, a, b, dst)) return status;
   if (scaleFactor > 62) {
-    mapPacks([](P, P) VEK_LAMBDA { return zeros<int32_t>(); }, dst, len, a, b);
+    __builtin_memset(dst, 0, size_t(len) * sizeof(Vek32s));
   } else if (scaleFactor > 32) {
     const auto shifted = [=](Pack<int64_t> p) VEK_LAMBDA { return p >> scaleFactor; };
-    mapPacks(
+    mapElements(
         [=](P x, P y) VEK_LAMBDA {
           const Wide p = wideProduct(x, y);
           return lowParts({shifted(p.even), shifted(p.odd)});
@@ -64,17 +63,18 @@ VEK_INLINE VekStatus multiplyLow(const Vek32s* a, const Vek32s* b, Vek32s* dst, 
         dst, len, a, b);
   } else if (scaleFactor > 0) {
     // The sign never comes down into the low half: the cheaper shift does.
-    const auto shifted = [=](Pack<int64_t> p) VEK_LAMBDA { return bits<int64_t>(bits<uint64_t>(p) >> scaleFactor); };
-    mapPacks(
+    const ShiftCount<uint64_t> count(scaleFactor);
+    const auto shifted = [=](Pack<int64_t> p) VEK_LAMBDA { return bits<int64_t>(bits<uint64_t>(p) >> count); };
+    mapElements(
         [=](P x, P y) VEK_LAMBDA {
           const Wide p = wideProduct(x, y);
           return lowParts({shifted(p.even), shifted(p.odd)});
         },
         dst, len, a, b);
   } else if (scaleFactor >= -31) {
-    mapPacks([=](P x, P y) VEK_LAMBDA { return (x * y) << -scaleFactor; }, dst, len, a, b);
+    mapElements([=](P x, P y) VEK_LAMBDA { return (x * y) << -scaleFactor; }, dst, len, a, b);
   } else {
-    mapPacks([](P x, P y) VEK_LAMBDA { return productSaturation(x, y); }, dst, len, a, b);
+    mapElements([](P x, P y) VEK_LAMBDA { return productSaturation(x, y); }, dst, len, a, b);
   }
   return vekStsNoErr;
 }
@@ -88,7 +88,7 @@ struct PlusProduct {
 VEK_INLINE VekStatus addProduct(const Vek32s* a, const Vek32s* b, Vek32s* sum, int len, int scaleFactor) {
   if (const VekStatus status = checkVectors(len, a, b, sum)) return status;
   const Vek32s* from = sum;
-  mapScaled(ProductSum(), scaleFactor, [=](auto f) VEK_LAMBDA { mapPacks(f, sum, len, a, b, from); });
+  mapScaled(ProductSum(), scaleFactor, sum, len, [=](auto f) VEK_LAMBDA { mapElements(f, sum, len, a, b, from); });
   return vekStsNoErr;
 }
 

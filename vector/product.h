@@ -14,7 +14,7 @@ struct Product;
 // 8 bits: r fills 16 bits without a sign. Up to factor 8 the saturating addition does no harm, as what it clamps ends
 // above 255 anyway; from 9 on r gives up its lowest bit first, keeping it as a sticky one.
 template <>
-struct Product<uint8_t> : ByteScaled<false, 17, 9> {
+struct Product<uint8_t> : ByteScaled<0, 17, 9> {
   using P = Pack<uint8_t>;
   using W = Pack<uint16_t>;
 
@@ -33,12 +33,11 @@ struct Product<uint8_t> : ByteScaled<false, 17, 9> {
   template <bool Deep>
   static VEK_INLINE W roundLanes(W r, const Scale& s) {
     if constexpr (Deep) {
-      const int n = s.factor - 1;
-      const W u = ((r >> 1) | (r & s.one)) + (s.belowHalf >> 1);
-      return (u + ((u >> n) & s.one)) >> n;
+      const RightShift<uint16_t> less(s.count.n - 1);
+      return roundShift((r >> 1) | (r & s.one), less);
     } else {
       const W u = addSaturated(r, s.belowHalf);
-      return addSaturated(u, (u >> s.factor) & s.one) >> s.factor;
+      return addSaturated(u, (u >> s.count) & s.one) >> s.count;
     }
   }
 };
@@ -49,8 +48,8 @@ struct Product<int16_t> {
   using Element = int16_t;
   using Scale = RightShift<int32_t>;
   using P = Pack<int16_t>;
-  static constexpr bool kHalves = false;
-  static constexpr int kZeroFrom = 31, kDeepFrom = kZeroFrom;
+  // Fractions of 15 bits have a rounding multiplication.
+  static constexpr int kShort = 15, kZeroFrom = 31, kDeepFrom = kZeroFrom;
 
   static VEK_INLINE Two<int32_t> exact(P a, P b) {
     const Two<int16_t> r = interleaveInHalves(a * b, mulHigh(a, b));
@@ -59,6 +58,13 @@ struct Product<int16_t> {
   static VEK_INLINE P clamped(P a, P b) {
     const Two<int32_t> r = exact(a, b);
     return narrowInHalves<int16_t>(r.a, r.b);
+  }
+  // It rounds ties up: their low bit is cleared again. Its one overflow, the square of -2^15, gives -2^15, which
+  // nothing else does.
+  static VEK_INLINE P shortened(P a, P b) {
+    const P low = a * b, up = mulRound15(a, b), least = broadcast(int16_t(-32768));
+    const P tie = bits<int16_t>(low + low == least) & broadcast(int16_t(1));
+    return (~tie & up) ^ bits<int16_t>(up == least);
   }
   template <bool Deep>
   static VEK_INLINE P rounded(P a, P b, const Scale& s) {
@@ -72,8 +78,7 @@ template <class Op>
 struct WideScaled {
   using Element = int32_t;
   using Scale = WideShift;
-  static constexpr bool kHalves = false;
-  static constexpr int kZeroFrom = 63, kDeepFrom = kZeroFrom;
+  static constexpr int kShort = 0, kZeroFrom = 63, kDeepFrom = kZeroFrom;
 
   template <class... P>
   static VEK_INLINE Pack<int32_t> clamped(P... x) {
@@ -118,8 +123,7 @@ struct ComplexProduct {
   using Element = int32_t;
   using Scale = WideShift;
   using P = Pack<int32_t>;
-  static constexpr bool kHalves = false;
-  static constexpr int kZeroFrom = 64, kDeepFrom = kZeroFrom;
+  static constexpr int kShort = 0, kZeroFrom = 64, kDeepFrom = kZeroFrom;
 
   static VEK_INLINE Wide exact(P a, P b) {
     const P aIm = oddLanes(a), bIm = oddLanes(b);

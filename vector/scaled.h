@@ -4,8 +4,8 @@
 //
 //   clamped(x...)              r clamped to the type: the whole work at scale factor 0. A negative factor shifts the
 //                              clamped value on, which clamps to the same end as shifting r itself would.
-//   rounded<Deep>(x..., s)     the rule for a positive factor s.factor
-//   halved(x...)               the same for factor 1, where kHalves says that it is cheaper
+//   rounded<Deep>(x..., s)     the rule for a positive factor, whose constants s holds
+//   shortened(x...)            the same for the one factor kShort that has a shorter way; kShort is 0 if there is none
 //   kZeroFrom                  the least factor that makes every result 0
 //   kDeepFrom                  the least factor that needs Deep, a slower way around an overflow; kZeroFrom if none
 //
@@ -23,38 +23,45 @@ namespace {
 
 // ---- shifts to the left ---------------------------------------------------------------------------------------------
 
-// x * 2^count clamped to the type, for any count from 1 up.
+// x * 2^n clamped to the type, for any n from 1 up.
 template <class T>
 struct LeftShift {
-  int count;
-  Pack<T> over;  // unsigned: the least value that overflows
+  ShiftCount<T> count;
 
-  VEK_INLINE explicit LeftShift(int64_t n) : count(n < int(8 * sizeof(T)) ? int(n) : int(8 * sizeof(T))) {
-    over = broadcast(T((uint64_t(UnsignedOf<T>(-1)) >> count) + 1));
-  }
+  VEK_INLINE explicit LeftShift(int64_t n) : count(n < int(8 * sizeof(T)) ? int(n) : int(8 * sizeof(T))) {}
+
+  // What shifts back to itself kept every bit; the rest goes to the end that x's sign names.
   VEK_INLINE Pack<T> operator()(Pack<T> x) const {
     const Pack<T> y = x << count;
-    if constexpr (kSigned<T>) {
-      // What shifts back to itself kept every bit; the rest goes to the end that x's sign names.
-      return select((y >> count) == x, y, saturation(x));
-    } else {
-      return y | bits<T>(maxOf(x, over) == x);
-    }
+    return select((y >> count) == x, y, saturation(x));
   }
   // The largest value for x >= 0, the smallest for x < 0.
   static VEK_INLINE Pack<T> saturation(Pack<T> x) { return signOf(x) ^ broadcast(T(UnsignedOf<T>(-1) >> 1)); }
 };
 
+template <>
+struct LeftShift<uint8_t> {
+  int count;
+  Pack<uint8_t> over;  // the least value that overflows
+
+  VEK_INLINE explicit LeftShift(int64_t n) : count(n < 8 ? int(n) : 8) {
+    over = broadcast(uint8_t((255 >> count) + 1));
+  }
+  VEK_INLINE Pack<uint8_t> operator()(Pack<uint8_t> x) const {
+    return (x << count) | bits<uint8_t>(maxOf(x, over) == x);
+  }
+};
+
 // ---- rounding shifts to the right -----------------------------------------------------------------------------------
 
-// Constants of a positive scale factor for lanes of type T. A count may be one larger than what a lane can shift by.
+// Constants of a positive scale factor, at most the width of a lane.
 template <class T>
 struct RightShift {
-  int factor;
+  ShiftCount<T> count;
   Pack<T> belowHalf;  // 2^(factor-1) - 1
   Pack<T> one;
 
-  VEK_INLINE explicit RightShift(int s) : factor(s) {
+  VEK_INLINE explicit RightShift(int s) : count(s) {
     belowHalf = broadcast(T((UnsignedOf<T>(1) << (s - 1)) - 1));
     one = broadcast(T(1));
   }
@@ -66,18 +73,17 @@ struct RightShift {
 template <class T>
 VEK_INLINE Pack<T> roundShift(Pack<T> r, const RightShift<T>& s) {
   const Pack<T> u = r + s.belowHalf;
-  return (u + ((u >> s.factor) & s.one)) >> s.factor;
+  return (u + ((u >> s.count) & s.one)) >> s.count;
 }
 
 // ---- bytes in 16-bit lanes
 // --------------------------------------------------------------------------------------------
 
-template <bool Halves, int ZeroFrom, int DeepFrom = ZeroFrom>
+template <int Short, int ZeroFrom, int DeepFrom = ZeroFrom>
 struct ByteScaled {
   using Element = uint8_t;
   using Scale = RightShift<uint16_t>;
-  static constexpr bool kHalves = Halves;
-  static constexpr int kZeroFrom = ZeroFrom, kDeepFrom = DeepFrom;
+  static constexpr int kShort = Short, kZeroFrom = ZeroFrom, kDeepFrom = DeepFrom;
 };
 
 VEK_INLINE Two<uint16_t> widenBytes(Pack<uint8_t> a) {
@@ -116,10 +122,10 @@ VEK_INLINE Pack<int32_t> clampWide(Wide w) {
 // Constants of a positive scale factor 1..63 for 64-bit lanes. There is no arithmetic shift of these: values are moved
 // up by 2^63 to be unsigned, shifted, and moved back by what the shift has left of the bias.
 struct WideShift {
-  int factor;
+  ShiftCount<uint64_t> count;
   Pack<uint64_t> one, mask, belowHalf, bias, biasedBelowHalf, rest;
 
-  VEK_INLINE explicit WideShift(int s) : factor(s) {
+  VEK_INLINE explicit WideShift(int s) : count(s) {
     const uint64_t top = uint64_t(1) << 63;
     one = broadcast(uint64_t(1));
     mask = broadcast((uint64_t(1) << s) - 1);
@@ -132,13 +138,13 @@ struct WideShift {
   // |r| <= 2^62 + 2^32 and factor <= 62: the bias leaves room for the half, and disappears from the quotient's low bit.
   VEK_INLINE Pack<int64_t> roundRoomy(Pack<int64_t> r) const {
     const Pack<uint64_t> u = bits<uint64_t>(r) + biasedBelowHalf;
-    return bits<int64_t>(((u + ((u >> factor) & one)) >> factor) - rest);
+    return bits<int64_t>(((u + ((u >> count) & one)) >> count) - rest);
   }
   // Any r: the quotient and the remainder apart.
   VEK_INLINE Pack<int64_t> roundFull(Pack<int64_t> r) const {
     const Pack<uint64_t> u = bits<uint64_t>(r) ^ bias;
-    const Pack<uint64_t> q = (u >> factor) - rest;
-    return bits<int64_t>(q + (((u & mask) + (q & one) + belowHalf) >> factor));
+    const Pack<uint64_t> q = (u >> count) - rest;
+    return bits<int64_t>(q + (((u & mask) + (q & one) + belowHalf) >> count));
   }
   VEK_INLINE Wide roundRoomy(Wide w) const { return {roundRoomy(w.even), roundRoomy(w.odd)}; }
   VEK_INLINE Wide roundFull(Wide w) const { return {roundFull(w.even), roundFull(w.odd)}; }
@@ -147,9 +153,10 @@ struct WideShift {
 // ---- the choice of the case
 // -------------------------------------------------------------------------------------------
 
-// `map` runs a functor on packs over the vectors of the call; Op::Scale holds the constants of a positive factor.
-template <class Op, class Map>
-VEK_INLINE void mapScaled(Op op, int scaleFactor, Map map) {
+// `map` runs a functor on packs over the vectors of the call, of which dst is the destination; Op::Scale holds the
+// constants of a positive factor.
+template <class Op, class D, class Map>
+VEK_INLINE void mapScaled(Op op, int scaleFactor, D* dst, ptrdiff_t n, Map map) {
   using T = typename Op::Element;
   if (scaleFactor == 0) {
     map([op](auto... x) VEK_LAMBDA { return op.clamped(x...); });
@@ -157,9 +164,9 @@ VEK_INLINE void mapScaled(Op op, int scaleFactor, Map map) {
     const LeftShift<T> shift(-int64_t(scaleFactor));
     map([op, shift](auto... x) VEK_LAMBDA { return shift(op.clamped(x...)); });
   } else if (scaleFactor >= Op::kZeroFrom) {
-    map([](auto...) VEK_LAMBDA { return zeros<T>(); });
-  } else if (Op::kHalves && scaleFactor == 1) {
-    if constexpr (Op::kHalves) map([op](auto... x) VEK_LAMBDA { return op.halved(x...); });
+    __builtin_memset(dst, 0, size_t(n) * sizeof(D));
+  } else if (Op::kShort != 0 && scaleFactor == Op::kShort) {
+    if constexpr (Op::kShort != 0) map([op](auto... x) VEK_LAMBDA { return op.shortened(x...); });
   } else if (Op::kDeepFrom < Op::kZeroFrom && scaleFactor >= Op::kDeepFrom) {
     if constexpr (Op::kDeepFrom < Op::kZeroFrom) {
       const typename Op::Scale s(scaleFactor);
@@ -174,10 +181,11 @@ VEK_INLINE void mapScaled(Op op, int scaleFactor, Map map) {
 // The vectors of a call, complex ones by whole elements.
 template <class F, class D, class... S>
 VEK_INLINE void mapElements(F f, D* dst, ptrdiff_t n, const S*... src) {
+  const auto held = [f](auto... x) VEK_LAMBDA { return f(inRegister(x)...); };
   if constexpr (kSame<D, Vek32fc> || kSame<D, Vek32sc>) {
-    mapComplex(f, dst, n, src...);
+    mapComplex(held, dst, n, src...);
   } else {
-    mapPacks(f, dst, n, src...);
+    mapPacks(held, dst, n, src...);
   }
 }
 
@@ -196,7 +204,7 @@ struct WithConstant : Op {
 
   VEK_INLINE explicit WithConstant(Pack<T> value) : c(value) {}
   VEK_INLINE Pack<T> clamped(Pack<T> x) const { return Op::clamped(x, c); }
-  VEK_INLINE Pack<T> halved(Pack<T> x) const { return Op::halved(x, c); }
+  VEK_INLINE Pack<T> shortened(Pack<T> x) const { return Op::shortened(x, c); }
   template <bool Deep, class S>
   VEK_INLINE Pack<T> rounded(Pack<T> x, const S& s) const {
     return Op::template rounded<Deep>(x, c, s);
@@ -208,7 +216,7 @@ struct WithConstant : Op {
 template <class Op, class E>
 VEK_INLINE VekStatus scaledTwo(const E* a, const E* b, E* dst, int len, int scaleFactor) {
   if (const VekStatus status = checkVectors(len, a, b, dst)) return status;
-  mapScaled(Op(), scaleFactor, [=](auto f) VEK_LAMBDA { mapElements(f, dst, len, a, b); });
+  mapScaled(Op(), scaleFactor, dst, len, [=](auto f) VEK_LAMBDA { mapElements(f, dst, len, a, b); });
   return vekStsNoErr;
 }
 
@@ -216,7 +224,7 @@ template <class Op, class E>
 VEK_INLINE VekStatus scaledConstant(const E* src, E val, E* dst, int len, int scaleFactor) {
   if (const VekStatus status = checkVectors(len, src, dst)) return status;
   const WithConstant<Op> op(broadcastElement(val));
-  mapScaled(op, scaleFactor, [=](auto f) VEK_LAMBDA { mapElements(f, dst, len, src); });
+  mapScaled(op, scaleFactor, dst, len, [=](auto f) VEK_LAMBDA { mapElements(f, dst, len, src); });
   return vekStsNoErr;
 }
 

@@ -12,10 +12,12 @@ namespace {
 // Constants of a factor s >= 2 that rounds a half sum by the remaining s - 1 bits.
 template <class T>
 struct HalfShift {
-  int count;
+  using U = UnsignedOf<T>;
+  ShiftCount<T> count;
+  ShiftCount<U> unsignedCount;
   Pack<T> mask, belowHalf, one;
 
-  VEK_INLINE explicit HalfShift(int s) : count(s - 1) {
+  VEK_INLINE explicit HalfShift(int s) : count(s - 1), unsignedCount(s - 1) {
     mask = broadcast(T((UnsignedOf<T>(1) << (s - 1)) - 1));
     belowHalf = broadcast(T((UnsignedOf<T>(1) << (s - 2)) - 1));
     one = broadcast(T(1));
@@ -24,10 +26,9 @@ struct HalfShift {
   // Quotient and remainder apart, so that nothing overflows. The bit that the half sum has lost (the low one of
   // `parity`) lifts a tie just as an odd quotient does.
   VEK_INLINE Pack<T> operator()(Pack<T> half, Pack<T> parity) const {
-    using U = UnsignedOf<T>;
     const Pack<T> q = half >> count;
     const Pack<T> rest = (half & mask) + ((parity | q) & one) + belowHalf;
-    return q + bits<T>(bits<U>(rest) >> count);
+    return q + bits<T>(bits<U>(rest) >> unsignedCount);
   }
 };
 
@@ -36,10 +37,9 @@ template <class Op, class T>
 struct HalfScaled {
   using Element = T;
   using Scale = HalfShift<T>;
-  static constexpr bool kHalves = true;
-  static constexpr int kZeroFrom = 8 * int(sizeof(T)) + 1, kDeepFrom = kZeroFrom;
+  static constexpr int kShort = 1, kZeroFrom = 8 * int(sizeof(T)) + 1, kDeepFrom = kZeroFrom;
 
-  static VEK_INLINE Pack<T> halved(Pack<T> a, Pack<T> b) {
+  static VEK_INLINE Pack<T> shortened(Pack<T> a, Pack<T> b) {
     const Pack<T> h = Op::half(a, b);
     const Pack<T> up = h & (a ^ b) & broadcast(T(1));
     if constexpr (sizeof(T) == 2) {
@@ -82,10 +82,10 @@ struct Difference : HalfScaled<Difference<T>, T> {
 };
 
 template <>
-struct Sum<uint8_t> : ByteScaled<true, 10> {
+struct Sum<uint8_t> : ByteScaled<1, 10> {
   using P = Pack<uint8_t>;
   static VEK_INLINE P clamped(P a, P b) { return addSaturated(a, b); }
-  static VEK_INLINE P halved(P a, P b) {
+  static VEK_INLINE P shortened(P a, P b) {
     const P up = averageUp(a, b);  // one too many where a tie was lifted to an odd value
     return up - ((a ^ b) & up & broadcast(uint8_t(1)));
   }
@@ -98,10 +98,10 @@ struct Sum<uint8_t> : ByteScaled<true, 10> {
 
 // Negative differences give 0 at every factor: clamp first, then round what is left.
 template <>
-struct Difference<uint8_t> : ByteScaled<true, 10> {
+struct Difference<uint8_t> : ByteScaled<1, 10> {
   using P = Pack<uint8_t>;
   static VEK_INLINE P clamped(P a, P b) { return subSaturated(a, b); }
-  static VEK_INLINE P halved(P a, P b) { return Sum<uint8_t>::halved(clamped(a, b), zeros<uint8_t>()); }
+  static VEK_INLINE P shortened(P a, P b) { return Sum<uint8_t>::shortened(clamped(a, b), zeros<uint8_t>()); }
   template <bool Deep>
   static VEK_INLINE P rounded(P a, P b, const Scale& s) {
     const Two<uint16_t> r = widenBytes(clamped(a, b));
@@ -114,7 +114,7 @@ template <class T>
 struct DifferenceReversed : Difference<T> {
   using D = Difference<T>;
   static VEK_INLINE Pack<T> clamped(Pack<T> a, Pack<T> b) { return D::clamped(b, a); }
-  static VEK_INLINE Pack<T> halved(Pack<T> a, Pack<T> b) { return D::halved(b, a); }
+  static VEK_INLINE Pack<T> shortened(Pack<T> a, Pack<T> b) { return D::shortened(b, a); }
   template <bool Deep>
   static VEK_INLINE Pack<T> rounded(Pack<T> a, Pack<T> b, const typename D::Scale& s) {
     return D::template rounded<Deep>(b, a, s);

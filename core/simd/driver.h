@@ -61,23 +61,17 @@ template <int L, class D, class Make, class Put, class Step>
 VEK_INLINE void drive(const D* dst, ptrdiff_t n, Make make, Put put, Step step) {
   const ptrdiff_t last = n - L;
   const auto tail = make(last);
-  ptrdiff_t i = 0;
-  const ptrdiff_t skip = n >= kAlignBlocks * L ? toAlignment(dst) : 0;
-  if (skip != 0 && skip <= L) {
-    const auto head = make(0);
-    for (i = skip; i + 4 * L <= last; i += 4 * L) {
+  const ptrdiff_t toBoundary = n >= kAlignBlocks * L ? toAlignment(dst) : 0;
+  ptrdiff_t i = toBoundary <= L ? toBoundary : 0;
+  const bool aligns = i != 0;
+  auto head = tail;
+  if (aligns) head = make(0);
+  for (; i + 4 * L <= last; i += 4 * L) {
 #pragma GCC unroll 4
-      for (int k = 0; k < 4; ++k) step(i + k * L);
-    }
-    for (; i < last; i += L) step(i);
-    put(0, head);
-  } else {
-    for (; i + 4 * L <= last; i += 4 * L) {
-#pragma GCC unroll 4
-      for (int k = 0; k < 4; ++k) step(i + k * L);
-    }
-    for (; i < last; i += L) step(i);
+    for (int k = 0; k < 4; ++k) step(i + k * L);
   }
+  for (; i < last; i += L) step(i);
+  if (aligns) put(0, head);
   put(last, tail);
 }
 

@@ -468,6 +468,70 @@ VEK_INLINE Pack<T> operator>>(Pack<T> a, int n) {
   }
 }
 
+// (a * b + 2^14) >> 15; the square of -2^15 wraps to -2^15.
+template <class T>
+VEK_INLINE Pack<T> mulRound15(Pack<T> a, Pack<T> b) {
+  static_assert(kSame<T, int16_t>);
+  if constexpr (kSsse3) {
+    return each<Pack<T>>([&](int i) VEK_LAMBDA {
+      using Reg = typename Pack<T>::Reg;
+      VEK_INTRINSIC(_mm256_mulhrs_epi16, _mm_mulhrs_epi16, __m256i, __m128i, Reg, (Raw)a.r[i], (Raw)b.r[i])
+    });
+  } else {
+    const Pack<T> high = mulHigh(a, b);
+    const Pack<uint16_t> low = bits<uint16_t>(a * b);
+    return ((high + high) | bits<T>(low >> 15)) + bits<T>((low >> 14) & broadcast(uint16_t(1)));
+  }
+}
+
+// A count for shifting all lanes, unsigned or signed, known at run time only: prepared once outside a loop for the
+// level's fastest shift. A count that sits in a register costs an extra operation at every shift; with AVX2 lanes of 32
+// and 64 bits have a shift by lanes instead, and 16-bit lanes go by the halves of a product with a power of two.
+template <class T>
+struct ShiftCount {
+  int n;
+  Pack<T> lanes;            // the count in every lane
+  Pack<uint16_t> up, down;  // 2^n and 2^(16-n)
+
+  VEK_INLINE explicit ShiftCount(int count) : n(count) {
+    lanes = broadcast(T(count));
+    up = broadcast(uint16_t(1u << count % 32));
+    down = broadcast(uint16_t(1u << (16 - count % 32) % 32));
+  }
+};
+
+// Counts from 0 to the width of a lane.
+template <class T>
+VEK_INLINE Pack<T> operator<<(Pack<T> a, const ShiftCount<T>& s) {
+  static_assert(sizeof(T) > 1);
+  if constexpr (sizeof(T) == 2) {
+    return a * bits<T>(s.up);
+  } else if constexpr (kAvx2 && sizeof(T) == 4) {
+    return {{regCast<typename Pack<T>::Reg>(_mm256_sllv_epi32((__m256i)a.r[0], (__m256i)s.lanes.r[0]))}};
+  } else if constexpr (kAvx2) {
+    return {{regCast<typename Pack<T>::Reg>(_mm256_sllv_epi64((__m256i)a.r[0], (__m256i)s.lanes.r[0]))}};
+  } else {
+    return a << s.n;
+  }
+}
+
+// Counts from 1 to the width of a lane.
+template <class T>
+VEK_INLINE Pack<T> operator>>(Pack<T> a, const ShiftCount<T>& s) {
+  static_assert(sizeof(T) > 1);
+  if constexpr (kSame<T, uint16_t>) {
+    return mulHigh(a, s.down);
+  } else if constexpr (kAvx2 && kSame<T, int32_t>) {
+    return {{regCast<typename Pack<T>::Reg>(_mm256_srav_epi32((__m256i)a.r[0], (__m256i)s.lanes.r[0]))}};
+  } else if constexpr (kAvx2 && kSame<T, uint32_t>) {
+    return {{regCast<typename Pack<T>::Reg>(_mm256_srlv_epi32((__m256i)a.r[0], (__m256i)s.lanes.r[0]))}};
+  } else if constexpr (kAvx2 && kSame<T, uint64_t>) {
+    return {{regCast<typename Pack<T>::Reg>(_mm256_srlv_epi64((__m256i)a.r[0], (__m256i)s.lanes.r[0]))}};
+  } else {
+    return a >> s.n;
+  }
+}
+
 // ---- comparison and choice ----------------------------------------------------------------------------------------
 
 template <class T>
@@ -721,6 +785,16 @@ VEK_INLINE Pack<int64_t> mulEven(Pack<int32_t> a, Pack<int32_t> b) {
     const Pack<int32_t> excess = (signOf(a) & b) + (signOf(b) & a);
     return bits<int64_t>(p - (bits<uint64_t>(excess) << 32));
   }
+}
+
+// Keeps a loaded pack in its register: left to itself the compiler reads memory again for each of several uses.
+template <class T>
+VEK_INLINE Pack<T> inRegister(Pack<T> a) {
+  return each<Pack<T>>([&](int i) VEK_LAMBDA {
+    typename Pack<T>::Reg r = a.r[i];
+    asm("" : "+x"(r));
+    return r;
+  });
 }
 
 // The lanes as an array, for the few places that finish in scalar code.

@@ -27,6 +27,17 @@ VEK_INLINE Pack<T> fromHalves(__m128i low, __m128i high) {
   }
 }
 
+// The lower half of a pack whose upper half does not matter.
+template <class T>
+VEK_INLINE Pack<T> withLowHalf(__m128i low) {
+  using Reg = typename Pack<T>::Reg;
+  if constexpr (Pack<T>::regs == 2) {
+    return {{regCast<Reg>(low), regCast<Reg>(low)}};
+  } else {
+    return {{regCast<Reg>(_mm256_castsi128_si256(low))}};
+  }
+}
+
 // All 32 bytes in one register, from slot e9 up.
 template <class T>
 VEK_INLINE __m256i whole(Pack<T> a) {
@@ -60,6 +71,34 @@ VEK_INLINE Pack<T> broadcastLane(Pack<T> a, int lane) {
     const __m256d x = (__m256d)a.r[0];
     const __m256d h = lane / 2 ? _mm256_permute2f128_pd(x, x, 0x11) : _mm256_permute2f128_pd(x, x, 0);
     return {{regCast<Reg>(lane % 2 ? _mm256_permute_pd(h, 0xF) : _mm256_permute_pd(h, 0))}};
+  }
+}
+
+// Doubles moved one lane up, the highest to lane 0.
+template <class T>
+VEK_INLINE Pack<T> rotateUp(Pack<T> a) {
+  static_assert(kSame<T, double>);
+  using Reg = typename Pack<T>::Reg;
+  if constexpr (Pack<T>::regs == 2) {
+    const __m128d low = (__m128d)a.r[0], high = (__m128d)a.r[1];
+    return {{regCast<Reg>(_mm_shuffle_pd(high, low, 1)), regCast<Reg>(_mm_shuffle_pd(low, high, 1))}};
+  } else if constexpr (kAvx2) {
+    return {{regCast<Reg>(_mm256_permute4x64_pd((__m256d)a.r[0], 0x93))}};
+  } else {
+    const __m256d x = (__m256d)a.r[0];
+    return {{regCast<Reg>(_mm256_shuffle_pd(_mm256_permute2f128_pd(x, x, 1), x, 5))}};
+  }
+}
+
+// a with lane 0 from b.
+template <class T>
+VEK_INLINE Pack<T> replaceLowest(Pack<T> a, Pack<T> b) {
+  static_assert(kSame<T, double>);
+  using Reg = typename Pack<T>::Reg;
+  if constexpr (Pack<T>::regs == 2) {
+    return {{regCast<Reg>(_mm_move_sd((__m128d)a.r[0], (__m128d)b.r[0])), a.r[1]}};
+  } else {
+    return {{regCast<Reg>(_mm256_blend_pd((__m256d)a.r[0], (__m256d)b.r[0], 1))}};
   }
 }
 
@@ -113,13 +152,6 @@ VEK_INLINE Pack<T> dupOdd(Pack<T> a) {
   } else {
     return shuffle32<0xF5>(a);
   }
-}
-
-// dupEven and dupOdd straight from memory: where the level has a load that duplicates, no shuffle is spent.
-VEK_INLINE Pack<float> loadDupEven(const float* p) { return dupEven(load(p)); }
-VEK_INLINE Pack<float> loadDupOdd(const float* p) {
-  asm("" : "+r"(p));  // or the compiler would load once and shuffle twice
-  return dupOdd(load(p));
 }
 
 // Four elements of 4 bytes, each one twice.
@@ -496,13 +528,17 @@ template <class T>
 VEK_INLINE Pack<T> afterPack(Pack<T> a) {
   return beforeUnpack(a);
 }
+
 // The even and the odd elements of a and b, both in one order that differs between slots: for complex elements whose
 // order does not matter, at half the shuffles of deinterleave.
 template <class T>
 VEK_INLINE Two<T> splitPairs(Pack<T> a, Pack<T> b) {
-  static_assert(sizeof(T) == 4);
+  static_assert(sizeof(T) == 4 || sizeof(T) == 8);
   using Reg = typename Pack<T>::Reg;
-  if constexpr (sizeof(Reg) == 32) {
+  if constexpr (sizeof(Reg) == 32 && sizeof(T) == 8) {
+    return {{{regCast<Reg>(_mm256_unpacklo_pd((__m256d)a.r[0], (__m256d)b.r[0]))}},
+            {{regCast<Reg>(_mm256_unpackhi_pd((__m256d)a.r[0], (__m256d)b.r[0]))}}};
+  } else if constexpr (sizeof(Reg) == 32) {
     return {{{regCast<Reg>(_mm256_shuffle_ps((__m256)a.r[0], (__m256)b.r[0], 0x88))}},
             {{regCast<Reg>(_mm256_shuffle_ps((__m256)a.r[0], (__m256)b.r[0], 0xDD))}}};
   } else {

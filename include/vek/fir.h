@@ -53,7 +53,7 @@ static inline size_t vekFIRStateSize(int tapsLen, size_t tapBytes, int fftTaps, 
 static inline size_t vekFIRMRStateSize(int tapsLen, int upFactor, int downFactor, size_t tapBytes) {
   const size_t up = (size_t)upFactor, down = (size_t)downFactor, taps = (size_t)tapsLen;
   const size_t most = (down > 4096 ? down : 4096) + (up > 4096 ? up : 4096);
-  return 271 + tapBytes * (taps + (taps + up - 1) / up + down + most);
+  return 271 + tapBytes * (taps + (taps + up - 1) / up + 256 + most);
 }
 
 /**
@@ -66,7 +66,7 @@ static inline size_t vekFIRMRStateSize(int tapsLen, int upFactor, int downFactor
  *
  * and for multi-rate states
  *
- *     271 + t * (tapsLen + ceil(tapsLen / upFactor) + downFactor + max(4096, downFactor) + max(4096, upFactor))
+ *     271 + t * (tapsLen + ceil(tapsLen / upFactor) + 256 + max(4096, downFactor) + max(4096, upFactor))
  *
  * except that both factors 1 make a single-rate state.
  * @{

@@ -27,10 +27,10 @@ extern "C" {
  * Floats are ordered as numbers, with -0 below +0, NaNs with a clear sign bit above +infinity and NaNs with a set one
  * below -infinity; every output is the bit pattern of some element of its window.
  *
- * Masks up to 33 run through min/max networks (Batcher 1968) on whole vector registers. Larger masks rank a stretch of
- * the signal once and slide a bit set of ranks along it, so that an output costs about the logarithm of the mask; bytes
- * keep a histogram of two levels. Larger masks allocate working memory, at most some tens of bytes for each element of
- * the vector.
+ * Masks up to 33 run through min/max networks (Batcher 1968, Green 1969) on whole vector registers. Larger masks rank a
+ * stretch of the signal once and slide a bit set of ranks along it, so that an output costs about the logarithm of the
+ * mask; bytes keep a histogram of two levels. Larger masks allocate working memory, at most some tens of bytes for each
+ * element of the vector.
  *
  * Class: exact; the same bits in every slot, in place or not. pDst equals pSrc or does not overlap it.
  *
