@@ -52,7 +52,10 @@ std::vector<T> integerSweep() {
   std::vector<T> v = specialValues<T>();
   for (int s = 0; s < int(8 * sizeof(T)); ++s)
     for (int odd : {1, 3, 5, 7, 65535, 65537, 8388607, 16777215})
-      for (int d : {-1, 0, 1}) v.push_back(T(T(odd) << s) + T(d)), v.push_back(T(T(0) - v.back()));
+      for (int d : {-1, 0, 1}) {
+        const uint64_t x = (uint64_t(odd) << s) + uint64_t(int64_t(d));
+        v.push_back(T(x)), v.push_back(T(0 - x));
+      }
   for (int i = 0; i < 1500; ++i) v.push_back(T(randomValue<T>() >> (i % int(8 * sizeof(T)))));
   return v;
 }

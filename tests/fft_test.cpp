@@ -14,16 +14,24 @@
 #include "transform/fft.h"
 #undef VEK_SLOT
 #undef VEK_TRANSFORM_FFT_H
+#ifdef VEK_HAS_y8
 #define VEK_SLOT y8
 #include "transform/fft.h"
 #undef VEK_SLOT
 #undef VEK_TRANSFORM_FFT_H
+#endif
+#ifdef VEK_HAS_e9
 #define VEK_SLOT e9
 #include "transform/fft.h"
 #undef VEK_SLOT
 #undef VEK_TRANSFORM_FFT_H
+#endif
+#ifdef VEK_HAS_l9
 #define VEK_SLOT l9
 #include "transform/fft.h"
+#undef VEK_SLOT
+#undef VEK_TRANSFORM_FFT_H
+#endif
 
 namespace {
 
@@ -60,9 +68,15 @@ using Spectrum = std::vector<Complex>;
     }                                                                                                     \
   };
 VEK_ENGINE(mx, 0)
+#ifdef VEK_HAS_y8
 VEK_ENGINE(y8, 4)
+#endif
+#ifdef VEK_HAS_e9
 VEK_ENGINE(e9, 5)
+#endif
+#ifdef VEK_HAS_l9
 VEK_ENGINE(l9, 6)
+#endif
 
 template <class E>
 class Fft : public ::testing::Test {
@@ -72,7 +86,20 @@ class Fft : public ::testing::Test {
     if (std::find(slots.begin(), slots.end(), E::slot) == slots.end()) GTEST_SKIP() << "not on this processor";
   }
 };
-using Engines = ::testing::Types<mx, y8, e9, l9>;
+using Engines = ::testing::Types<mx
+#ifdef VEK_HAS_y8
+                                 ,
+                                 y8
+#endif
+#ifdef VEK_HAS_e9
+                                 ,
+                                 e9
+#endif
+#ifdef VEK_HAS_l9
+                                 ,
+                                 l9
+#endif
+                                 >;
 TYPED_TEST_SUITE(Fft, Engines);
 
 double bound(int order) { return 0.6e-7 * std::sqrt(order) + 1e-7; }

@@ -130,6 +130,7 @@ TYPED_TEST(Fir, NonFiniteSamplesReachTheirOutputsOnly) {
       const auto h = randomSignal<typename Kind::Tap>(size_t(taps));
       for (int n : {1, 3, 30, 100, 200}) {
         for (int at : {-taps, -taps + 1, -1, 0, 1, n / 2, n - 1}) {
+          if (at >= n) continue;
           for (double bad : {nan, inf}) {
             Stream<Data> x{randomSignal<Data>(size_t(taps)), randomSignal<Data>(size_t(n))};
             (at < 0 ? x.past[size_t(-at - 1)] : x.now[size_t(at)]) = vektest::make<Data>(bad, 1);

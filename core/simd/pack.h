@@ -495,8 +495,8 @@ struct ShiftCount {
 
   VEK_INLINE explicit ShiftCount(int count) : n(count) {
     lanes = broadcast(T(count));
-    up = broadcast(uint16_t(1u << count % 32));
-    down = broadcast(uint16_t(1u << (16 - count % 32) % 32));
+    up = broadcast(uint16_t(1u << unsigned(count) % 32));
+    down = broadcast(uint16_t(1u << (16 - unsigned(count)) % 32));
   }
 };
 
