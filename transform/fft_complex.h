@@ -7,7 +7,7 @@
 #ifndef VEK_TRANSFORM_FFT_COMPLEX_H
 #define VEK_TRANSFORM_FFT_COMPLEX_H
 
-#include "transform/fft_tables.h"
+#include "transform/fft_constants.h"
 
 namespace vek::VEK_SLOT {
 namespace {
@@ -241,9 +241,6 @@ VEK_INLINE void anyPass(int bits, T* data, int64_t total, int64_t length, const 
   }
 }
 
-// Elements of T that the roots of a pass take.
-VEK_INLINE int64_t rootsOfPass(int bits, int64_t length) { return (bits == 3 ? 8 : 4) * length; }
-
 // Everything behind the first sweep, on 2^bits(m) elements from `data`, up to pass `last`.
 template <Direction D, class T>
 struct Joiner {
@@ -258,9 +255,9 @@ struct Joiner {
     scale = s;
     int64_t len = 8;
     for (int i = 0; i < passes.count; ++i) {
-      roots[i] = table;
+      roots[i] = constantRoots<T>(passes.bits[i], len);
+      if (!roots[i]) roots[i] = table, table += rootsOfPass(passes.bits[i], len);
       length[i] = len;
-      table += rootsOfPass(passes.bits[i], len);
       len <<= passes.bits[i];
     }
   }
@@ -296,37 +293,26 @@ VEK_NOINLINE void complexTransform(const T* src, T* dst, int m, const T* table, 
   joiner.run(joiner.passes.count - 1, dst);
 }
 
-// The roots of all passes, in the order of their use.
+// The roots that the spec holds: those of the passes that have no constants, in the order of their use.
 template <class T>
 VEK_INLINE int64_t complexTableSize(int m) {
   const Passes p = passesFor(m);
   int64_t size = 0, length = 8;
-  for (int i = 0; i < p.count; ++i) size += rootsOfPass(p.bits[i], length), length <<= p.bits[i];
+  for (int i = 0; i < p.count; length <<= p.bits[i++]) {
+    if (!constantRoots<T>(p.bits[i], length)) size += rootsOfPass(p.bits[i], length);
+  }
   return size;
 }
 template <class T>
 VEK_NOINLINE void makeComplexTable(T* table, int m, const Roots& roots, int order) {
-  constexpr int L = kLanes<T>, block = 2 * L;
   const Passes p = passesFor(m);
   int lengthBits = 3;
-  for (int i = 0; i < p.count; ++i) {
-    const int bits = p.bits[i];
-    const int shift = order - lengthBits - bits;  // w^k is root number k << shift
-    for (int64_t k = 0; k < int64_t(1) << lengthBits; k += L) {
-      for (int level = bits - 1; level >= 0; --level, table += block) {
-        for (int lane = 0; lane < L; ++lane) {
-          storeRoot(table, lane, roots((k + kLaneOrder<T>[lane]) << (shift + level)));
-        }
-      }
-      if (bits == 3) {
-        for (int lane = 0; lane < L; ++lane) {
-          const int64_t turned = k + kLaneOrder<T>[lane] + (int64_t(1) << lengthBits);
-          storeRoot(table, lane, roots(turned << shift));
-        }
-        table += block;
-      }
-    }
-    lengthBits += bits;
+  for (int i = 0; i < p.count; lengthBits += p.bits[i++]) {
+    const int bits = p.bits[i], shift = order - lengthBits - bits;
+    const int64_t length = int64_t(1) << lengthBits;
+    if (constantRoots<T>(bits, length)) continue;
+    fillPass(table, bits, length, [&](int64_t k) VEK_LAMBDA { return roots(k << shift); });
+    table += rootsOfPass(bits, length);
   }
 }
 
