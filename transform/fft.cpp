@@ -159,7 +159,7 @@ VekStatus realTransform(const T* src, T* dst, const FftSpec* spec) {
     recombine<D, T>(dst, dst, order, realRoots, scale);
   } else {
     recombine<D>(src, dst, order, realRoots, scale);
-    complexTransform<D, T>(dst, dst, order - 1, complexRoots, scale);
+    complexTransform<D>(dst, dst, order - 1, complexRoots, scale);
   }
   return vekStsNoErr;
 }
@@ -228,10 +228,16 @@ const E* padded(const E* src, int64_t count, E* dst, int64_t n) {
 template <class T>
 VekStatus convForward(const T* src, int64_t count, T* dst, const FftSpec* spec, T) {
   if (const VekStatus s = checkCall(src, dst, spec, kFftKindOf<T>)) return s;
-  src = padded(src, count, dst, int64_t(1) << spec->order);
-  if (isSmall(kFftKindOf<T>, spec->order)) return realTransform<kForward>(src, dst, spec);
-  complexTransform<kForward>(src, dst, spec->order - 1, static_cast<const T*>(spec->complexTwiddles),
-                             scaleOf<T>(spec, kForward));
+  const int order = spec->order;
+  const int64_t n = int64_t(1) << order;
+  if (isSmall(kFftKindOf<T>, order)) return realTransform<kForward>(padded(src, count, dst, n), dst, spec);
+  const T* const table = static_cast<const T*>(spec->complexTwiddles);
+  const T scale = scaleOf<T>(spec, kForward);
+  if (count <= n / 2) {
+    complexTransform<kForward, kFirstHalf>(padded(src, count, dst, n / 2), dst, order - 1, table, scale);
+  } else {
+    complexTransform<kForward>(padded(src, count, dst, n), dst, order - 1, table, scale);
+  }
   return vekStsNoErr;
 }
 template <class C, class T>

@@ -51,8 +51,8 @@ struct FftSpec {
   void* bitRevTable;
   const void* complexTwiddles;  // what the kernels hold no constants of
   const void* realTwiddles;     // in the spec or a constant
-  double scale64;     // `scale` before it was rounded
-  uint8_t* tableEnd;  // first byte behind the tables
+  double scale64;               // `scale` before it was rounded
+  uint8_t* tableEnd;            // first byte behind the tables
   uint8_t reserved[56];
 };
 static_assert(sizeof(FftSpec) == 144);
