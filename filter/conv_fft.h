@@ -10,7 +10,7 @@
 namespace vek::VEK_SLOT {
 namespace {
 
-// A transform and two blocks of samples in one piece of memory, for the length of a call.
+// A transform and some blocks of samples in one piece of memory, for the length of a call.
 template <int C>
 class FftWorkspace {
  public:
@@ -20,25 +20,30 @@ class FftWorkspace {
   FftWorkspace(const FftWorkspace&) = delete;
   FftWorkspace& operator=(const FftWorkspace&) = delete;
 
-  VekStatus open(int order) {
+  VekStatus open(int order, int blocks) {
     FftSizes sizes;
     VekStatus status = Fft::sizes(order, &sizes);
     if (status != vekStsNoErr) return status;
     length = int64_t(1) << order;
     const int64_t bytes = roundUp(length * C * int64_t(sizeof(float)), 64), tables = roundUp(sizes.spec, 64);
-    char* const memory = static_cast<char*>(allocate(larger(tables + 2 * bytes, tables + sizes.init)));
+    char* const memory = static_cast<char*>(allocate(tables + larger(blocks * bytes, sizes.init)));
     if (!memory) return vekStsMemAllocErr;
     memory_ = memory;
     a = reinterpret_cast<float*>(memory + tables);
     b = reinterpret_cast<float*>(memory + tables + bytes);
+    c = blocks < 3 ? nullptr : reinterpret_cast<float*>(memory + tables + 2 * bytes);
     return Fft::init(&spec_, order, memory, a);
   }
-  VEK_INLINE VekStatus forward(const float* src, float* dst) const { return Fft::forward(src, dst, spec_); }
-  VEK_INLINE VekStatus inverse(float* data) const { return Fft::inverse(data, data, spec_); }
-  VEK_INLINE void multiply(const float* src, float* srcDst) const { Fft::multiply(src, srcDst, length); }
+  // Zeros follow the first `count` elements of src.
+  VEK_INLINE VekStatus forward(const float* src, int64_t count, float* dst) const {
+    return Fft::forward(src, count, dst, spec_);
+  }
+  VEK_INLINE VekStatus multiply(const float* src, float* srcDst) const { return Fft::multiply(src, srcDst, spec_); }
+  VEK_INLINE VekStatus power(float* srcDst) const { return Fft::power(srcDst, spec_); }
+  VEK_INLINE VekStatus inverse(const float* src, float* dst) const { return Fft::inverse(src, dst, spec_); }
 
   int64_t length;  // of a block
-  float *a, *b;
+  float *a, *b, *c;
 
  private:
   void* memory_;
@@ -52,20 +57,19 @@ struct Operand {
   bool reversed;
 };
 
-// The operand, then zeros up to `length`.
+// The operand's elements in the order of the convolution: where they are, or in `room`.
 template <int C>
-VEK_INLINE void pad(const Operand& v, float* block, int64_t length) {
-  if (!v.reversed) {
-    copySamples(v.p, block, C * v.count);
-  } else if constexpr (C == 1) {
-    for (int64_t i = 0; i < v.count; ++i) block[i] = v.p[v.count - 1 - i];
+VEK_INLINE const float* inOrder(const Operand& v, float* room) {
+  if (!v.reversed) return v.p;
+  if constexpr (C == 1) {
+    for (int64_t i = 0; i < v.count; ++i) room[i] = v.p[v.count - 1 - i];
   } else {
     for (int64_t i = 0; i < v.count; ++i) {
-      block[2 * i] = v.p[2 * (v.count - 1 - i)];
-      block[2 * i + 1] = -v.p[2 * (v.count - 1 - i) + 1];
+      room[2 * i] = v.p[2 * (v.count - 1 - i)];
+      room[2 * i + 1] = -v.p[2 * (v.count - 1 - i) + 1];
     }
   }
-  clearSamples(block + C * v.count, C * (length - v.count));
+  return room;
 }
 
 // Elements first .. first+n-1 of the convolution of h and x, by one transform that holds all of it.
@@ -74,15 +78,13 @@ VEK_NOINLINE VekStatus convolveAtOnce(const Operand& h, const Operand& x, int64_
   int order = 2;
   while ((int64_t(1) << order) < h.count + x.count - 1) ++order;
   FftWorkspace<C> work;
-  VekStatus status = work.open(order);
+  VekStatus status = work.open(order, 2);
   if (status != vekStsNoErr) return status;
-  pad<C>(h, work.a, work.length);
-  pad<C>(x, work.b, work.length);
-  if ((status = work.forward(work.a, work.a)) != vekStsNoErr) return status;
-  if ((status = work.forward(work.b, work.b)) != vekStsNoErr) return status;
-  work.multiply(work.a, work.b);
-  if ((status = work.inverse(work.b)) != vekStsNoErr) return status;
-  copySamples(work.b + C * first, y, C * n);
+  if ((status = work.forward(inOrder<C>(h, work.b), h.count, work.a)) != vekStsNoErr) return status;
+  if ((status = work.forward(inOrder<C>(x, work.b), x.count, work.b)) != vekStsNoErr) return status;
+  if ((status = work.multiply(work.a, work.b)) != vekStsNoErr) return status;
+  if ((status = work.inverse(work.b, work.a)) != vekStsNoErr) return status;
+  copySamples(work.a + C * first, y, C * n);
   return vekStsNoErr;
 }
 
@@ -94,10 +96,9 @@ VEK_NOINLINE VekStatus convolveBlocks(const Operand& h, const float* x, int64_t 
   int k = 1;
   while ((int64_t(1) << k) < 2 * h.count) ++k;
   FftWorkspace<C> work;
-  VekStatus status = work.open(k + 1);
+  VekStatus status = work.open(k + 1, 3);
   if (status != vekStsNoErr) return status;
-  pad<C>(h, work.a, work.length);
-  if ((status = work.forward(work.a, work.a)) != vekStsNoErr) return status;
+  if ((status = work.forward(inOrder<C>(h, work.b), h.count, work.a)) != vekStsNoErr) return status;
   const int64_t history = h.count - 1, step = work.length - history;
   for (int64_t done = 0; done < n; done += step) {
     const int64_t count = smaller(step, n - done), start = first + done - history;
@@ -109,9 +110,9 @@ VEK_NOINLINE VekStatus convolveBlocks(const Operand& h, const float* x, int64_t 
       clearSamples(work.b + C * inside, C * (work.length - inside));
       block = work.b;
     }
-    if ((status = work.forward(block, work.b)) != vekStsNoErr) return status;
-    work.multiply(work.a, work.b);
-    if ((status = work.inverse(work.b)) != vekStsNoErr) return status;
+    if ((status = work.forward(block, work.length, work.c)) != vekStsNoErr) return status;
+    if ((status = work.multiply(work.a, work.c)) != vekStsNoErr) return status;
+    if ((status = work.inverse(work.c, work.b)) != vekStsNoErr) return status;
     copySamples(work.b + C * history, y + C * done, C * count);
   }
   return vekStsNoErr;

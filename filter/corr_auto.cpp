@@ -11,29 +11,17 @@ namespace {
 // Lags from which the transform is used.
 constexpr int64_t kFftLags = 600;
 
-// Every bin by its own conjugate. The first two elements of a packed spectrum are bins of their own.
-template <int C>
-VEK_INLINE void powerOf(float* spectrum, int64_t length) {
-  int64_t i = 0;
-  if constexpr (C == 1) spectrum[0] *= spectrum[0], spectrum[1] *= spectrum[1], i = 2;
-  for (; i < C * length; i += 2) {
-    spectrum[i] = spectrum[i] * spectrum[i] + spectrum[i + 1] * spectrum[i + 1];
-    spectrum[i + 1] = 0;
-  }
-}
-
 template <int C>
 VEK_INLINE VekStatus byFft(const float* src, int64_t count, float* y, int64_t lags) {
   int order = 2;
   while ((int64_t(1) << order) < count + lags - 1) ++order;
   FftWorkspace<C> work;
-  VekStatus status = work.open(order);
+  VekStatus status = work.open(order, 2);
   if (status != vekStsNoErr) return status;
-  pad<C>({src, count, false}, work.a, work.length);
-  if ((status = work.forward(work.a, work.a)) != vekStsNoErr) return status;
-  powerOf<C>(work.a, work.length);
-  if ((status = work.inverse(work.a)) != vekStsNoErr) return status;
-  copySamples(work.a, y, C * lags);
+  if ((status = work.forward(src, count, work.a)) != vekStsNoErr) return status;
+  if ((status = work.power(work.a)) != vekStsNoErr) return status;
+  if ((status = work.inverse(work.a, work.b)) != vekStsNoErr) return status;
+  copySamples(work.b, y, C * lags);
   return vekStsNoErr;
 }
 

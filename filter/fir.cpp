@@ -102,9 +102,10 @@ VEK_INLINE VekStatus runBlocks(FirState* state, const float* src, float* dst, in
       takeSamples(src + C * (done - history), block, C * (history + count));
       clearSamples(block + C * (history + count), C * (step - count));
     }
-    VekStatus status = FirFft<Kind>::forward(samples, block, state->fft);
+    VekStatus status = FirFft<Kind>::forward(samples, length, block, state->fft);
     if (status != vekStsNoErr) return status;
-    FirFft<Kind>::multiply(static_cast<const T*>(state->spectrum), block, length);
+    status = FirFft<Kind>::multiply(static_cast<const T*>(state->spectrum), block, state->fft);
+    if (status != vekStsNoErr) return status;
     status = FirFft<Kind>::inverse(block, block, state->fft);
     if (status != vekStsNoErr) return status;
     giveSamples(block + C * history, dst + C * done, C * count);

@@ -32,7 +32,8 @@ struct FftSizes {
   int spec, init, work;  // bytes
 };
 
-// Transforms of flat samples, C of type T an element, in the destination alone; only the inverse is scaled.
+// The steps of a convolution of flat samples, C of type T an element, in the destination alone; only the inverse is
+// scaled.
 template <class T, int C>
 struct BlockFft {
   using E = typename FftElement<T, C>::type;
@@ -45,14 +46,15 @@ struct BlockFft {
     return fftInit(kind, spec, order, kFftNormInvByN, vekAlgHintNone, static_cast<uint8_t*>(specBuffer),
                    static_cast<uint8_t*>(initBuffer));
   }
-  static VekStatus forward(const T* src, T* dst, const FftSpec* spec) {
-    return fftForward(reinterpret_cast<const E*>(src), reinterpret_cast<E*>(dst), spec, nullptr);
+  static VekStatus forward(const T* src, int64_t count, T* dst, const FftSpec* spec) {
+    return fftConvForward(reinterpret_cast<const E*>(src), count, reinterpret_cast<E*>(dst), spec);
   }
+  static VekStatus multiply(const T* src, T* srcDst, const FftSpec* spec) {
+    return fftConvMultiply(reinterpret_cast<const E*>(src), reinterpret_cast<E*>(srcDst), spec);
+  }
+  static VekStatus power(T* srcDst, const FftSpec* spec) { return fftConvPower(reinterpret_cast<E*>(srcDst), spec); }
   static VekStatus inverse(const T* src, T* dst, const FftSpec* spec) {
-    return fftInverse(reinterpret_cast<const E*>(src), reinterpret_cast<E*>(dst), spec, nullptr);
-  }
-  static void multiply(const T* src, T* srcDst, int64_t length) {
-    fftMulSpectra(reinterpret_cast<const E*>(src), reinterpret_cast<E*>(srcDst), int(length));
+    return fftConvInverse(reinterpret_cast<const E*>(src), reinterpret_cast<E*>(dst), spec);
   }
 };
 

@@ -67,9 +67,7 @@ VEK_INLINE VekStatus fill(FirState* state, const typename Kind::T* taps, int tap
     T* const spectrum = static_cast<T*>(state->spectrum);
     VekStatus status = FirFft<Kind>::init(&state->fft, plan.order, state->fft, state->block);
     if (status != vekStsNoErr) return status;
-    copySamples(taps, spectrum, C * int64_t(tapsLen));
-    clearSamples(spectrum + C * int64_t(tapsLen), C * (plan.length() - tapsLen));
-    status = FirFft<Kind>::forward(spectrum, spectrum, state->fft);
+    status = FirFft<Kind>::forward(taps, tapsLen, spectrum, state->fft);
     if (status != vekStsNoErr) return status;
     state->fftLen = int32_t(plan.length());
   }

@@ -66,6 +66,22 @@ using Spectrum = std::vector<Complex>;
     static VekStatus multiply(const T* x, T* y, int len) {                                                \
       return vek::NAME::fftMulSpectra(x, y, len);                                                         \
     }                                                                                                     \
+    template <class T>                                                                                    \
+    static VekStatus convForward(const T* x, size_t count, T* y, const Spec* s) {                         \
+      return vek::NAME::fftConvForward(x, int64_t(count), y, s);                                          \
+    }                                                                                                     \
+    template <class T>                                                                                    \
+    static VekStatus convMultiply(const T* x, T* y, const Spec* s) {                                      \
+      return vek::NAME::fftConvMultiply(x, y, s);                                                         \
+    }                                                                                                     \
+    template <class T>                                                                                    \
+    static VekStatus convPower(T* x, const Spec* s) {                                                     \
+      return vek::NAME::fftConvPower(x, s);                                                               \
+    }                                                                                                     \
+    template <class T>                                                                                    \
+    static VekStatus convInverse(const T* x, T* y, const Spec* s) {                                       \
+      return vek::NAME::fftConvInverse(x, y, s);                                                          \
+    }                                                                                                     \
   };
 VEK_ENGINE(mx, 0)
 #ifdef VEK_HAS_y8
@@ -337,6 +353,59 @@ TYPED_TEST(Fft, MultipliesSpectra) {
   float x = 1;
   EXPECT_EQ(E::multiply(static_cast<const float*>(nullptr), &x, 0), vekStsNullPtrErr);
   EXPECT_EQ(E::multiply(&x, &x, 0), vekStsSizeErr);
+}
+
+// The inverse of a product of spectra.
+Spectrum convolved(Spectrum a, Spectrum b, bool conjugate) {
+  transform(a);
+  transform(b);
+  for (size_t k = 0; k < a.size(); ++k)
+    a[k] = std::conj(a[k] * (conjugate ? std::conj(b[k]) : b[k])) / double(a.size());
+  transform(a);
+  for (Complex& v : a) v = std::conj(v);
+  return a;
+}
+
+// `count` elements and zeros with as many as the order has, and with themselves; the source ends at a guard page.
+template <class E, class T>
+void checkConvolution(int order, size_t count) {
+  SCOPED_TRACE(testing::Message() << order << ' ' << count);
+  constexpr bool single = sizeof(T) == 4 || std::is_same_v<T, Vek32fc>;
+  const size_t n = size_t(1) << order;
+  const double limit = single ? 4 * bound(order) : 1e-13;
+  typename E::Spec* spec = nullptr;
+  ASSERT_EQ(E::initAlloc(E::template kindOf<T>, &spec, order, 2), vekStsNoErr);
+  const std::vector<T> a = vektest::randomVector<T>(count), b = vektest::randomVector<T>(n);
+  Guarded<T> x(a), y(b), first(n), out(n, Flush::kFront);
+  Spectrum padded = samplesOf(a);
+  padded.resize(n);
+  ASSERT_EQ(E::convForward(x.data(), count, first.data(), spec), vekStsNoErr);
+  ASSERT_EQ(E::convForward(y.data(), n, y.data(), spec), vekStsNoErr);
+  ASSERT_EQ(E::convMultiply(first.data(), y.data(), spec), vekStsNoErr);
+  ASSERT_EQ(E::convInverse(y.data(), out.data(), spec), vekStsNoErr);
+  EXPECT_LE(relativeError(samplesOf(out.values()), convolved(padded, samplesOf(b), false)), limit);
+  if constexpr (single) {
+    ASSERT_EQ(E::convPower(first.data(), spec), vekStsNoErr);
+    ASSERT_EQ(E::convInverse(first.data(), first.data(), spec), vekStsNoErr);
+    EXPECT_LE(relativeError(samplesOf(first.values()), convolved(padded, padded, true)), limit);
+  }
+  EXPECT_TRUE(x.intact() && y.intact() && first.intact() && out.intact());
+  EXPECT_TRUE(vektest::sameVectors(x.values(), a));
+  EXPECT_EQ(E::free(spec), vekStsNoErr);
+}
+
+TYPED_TEST(Fft, Convolves) {
+  for (int order = 0; order <= 14; ++order) {
+    const size_t n = size_t(1) << order;
+    for (size_t count : {n, n / 2 + 1, n / 2, n / 3}) {
+      if (count == 0 || count > n) continue;
+      checkConvolution<TypeParam, Vek32f>(order, count);
+      checkConvolution<TypeParam, Vek64f>(order, count);
+      checkConvolution<TypeParam, Vek32fc>(order, count);
+      checkConvolution<TypeParam, Vek64fc>(order, count);
+    }
+  }
+  checkConvolution<TypeParam, Vek32f>(19, 300000);  // the roots in two levels
 }
 
 }  // namespace

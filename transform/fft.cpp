@@ -2,7 +2,7 @@
 #include "transform/fft.h"
 
 #include "core/memory.h"
-#include "transform/fft_real.h"
+#include "transform/fft_conv.h"
 #include "transform/fft_small.h"
 
 namespace vek::VEK_SLOT {
@@ -83,20 +83,31 @@ bool isFlag(int flag) { return flag == 1 || flag == 2 || flag == 4 || flag == 8;
 
 uint8_t* align64(uint8_t* p) { return p + (-reinterpret_cast<uintptr_t>(p) & 63); }
 
+// The tables that are no constants. Apart, because the roots take room on the stack and time.
+template <class T>
+VEK_NOINLINE void computeTables(T* complexTable, T* realTable, int m, int order) {
+  const Roots roots(order);
+  makeComplexTable(complexTable, m, roots, order);
+  if (realTable) makeRealTable(realTable, order, roots);
+}
+
 template <class T>
 void buildTables(FftSpec* spec, FftKind kind, int order) {
   const int m = complexOrder(kind, order);
-  T* table = reinterpret_cast<T*>(align64(reinterpret_cast<uint8_t*>(spec + 1)));
-  const Roots roots(order);
-  spec->complexTwiddles = table;
-  makeComplexTable(table, m, roots, order);
-  table += complexTableSize<T>(m);
+  T* const complexTable = reinterpret_cast<T*>(align64(reinterpret_cast<uint8_t*>(spec + 1)));
+  T* end = complexTable + complexTableSize<T>(m);
+  T* realTable = nullptr;
+  spec->complexTwiddles = complexTable;
   if (!isComplex(kind)) {
-    spec->realTwiddles = table;
-    makeRealTable(table, order, roots);
-    table += realTableSize(order);
+    if (const T* constant = constantRealRoots<T>(order)) {
+      spec->realTwiddles = constant;
+    } else {
+      spec->realTwiddles = realTable = end;
+      end += realTableSize(order);
+    }
   }
-  spec->tableEnd = reinterpret_cast<uint8_t*>(table);
+  if (end != complexTable) computeTables(complexTable, realTable, m, order);
+  spec->tableEnd = reinterpret_cast<uint8_t*>(end);
 }
 
 void setNorm(FftSpec* spec, int flag, int order) {
@@ -148,7 +159,7 @@ VekStatus realTransform(const T* src, T* dst, const FftSpec* spec) {
     recombine<D, T>(dst, dst, order, realRoots, scale);
   } else {
     recombine<D>(src, dst, order, realRoots, scale);
-    complexTransform<D, T>(dst, dst, order - 1, complexRoots, scale);
+    complexTransform<D>(dst, dst, order - 1, complexRoots, scale);
   }
   return vekStsNoErr;
 }
@@ -199,6 +210,75 @@ VekStatus mulComplex(const C* src, C* srcDst, int len) {
   if (!src || !srcDst) return vekStsNullPtrErr;
   if (len < 1) return vekStsSizeErr;
   mulPairs(&src->re, &srcDst->re, len);
+  return vekStsNoErr;
+}
+
+// ---- convolution
+// ------------------------------------------------------------------------------------------------------
+
+// The elements that a transform does not get from its caller, made zero in dst; returns where all of them are.
+template <class E>
+const E* padded(const E* src, int64_t count, E* dst, int64_t n) {
+  if (count >= n) return src;
+  if (src != dst) __builtin_memcpy(dst, src, size_t(count) * sizeof(E));
+  __builtin_memset(dst + count, 0, size_t(n - count) * sizeof(E));
+  return dst;
+}
+
+template <class T>
+VekStatus convForward(const T* src, int64_t count, T* dst, const FftSpec* spec, T) {
+  if (const VekStatus s = checkCall(src, dst, spec, kFftKindOf<T>)) return s;
+  const int order = spec->order;
+  const int64_t n = int64_t(1) << order;
+  if (isSmall(kFftKindOf<T>, order)) return realTransform<kForward>(padded(src, count, dst, n), dst, spec);
+  const T* const table = static_cast<const T*>(spec->complexTwiddles);
+  const T scale = scaleOf<T>(spec, kForward);
+  if (count <= n / 2) {
+    complexTransform<kForward, kFirstHalf>(padded(src, count, dst, n / 2), dst, order - 1, table, scale);
+  } else {
+    complexTransform<kForward>(padded(src, count, dst, n), dst, order - 1, table, scale);
+  }
+  return vekStsNoErr;
+}
+template <class C, class T>
+VekStatus convForward(const C* src, int64_t count, C* dst, const FftSpec* spec, T t) {
+  if (const VekStatus s = checkCall(src, dst, spec, kFftKindOf<C>)) return s;
+  return complexCall<kForward>(padded(src, count, dst, int64_t(1) << spec->order), dst, spec, t);
+}
+
+template <class T>
+VekStatus convMultiply(const T* src, T* srcDst, const FftSpec* spec) {
+  if (const VekStatus s = checkCall(src, srcDst, spec, kFftKindOf<T>)) return s;
+  if (isSmall(kFftKindOf<T>, spec->order)) return mulPacked(src, srcDst, 1 << spec->order);
+  multiplyPairs(src, srcDst, spec->order, static_cast<const T*>(spec->realTwiddles));
+  return vekStsNoErr;
+}
+template <class C>
+VekStatus convMultiplyComplex(const C* src, C* srcDst, const FftSpec* spec) {
+  if (const VekStatus s = checkCall(src, srcDst, spec, kFftKindOf<C>)) return s;
+  return mulComplex(src, srcDst, 1 << spec->order);
+}
+
+template <class T>
+void powers(T* bins, int64_t count) {
+  constexpr int L = kLanes<T>;
+  int64_t k = 0;
+  for (; k + L <= count; k += L) {
+    const Complex<T> x = loadInterleaved(bins + 2 * k);
+    storeInterleaved<T>(bins + 2 * k, {mulAdd<T>(x.re, x.re, x.im * x.im), Reg<T>{}});
+  }
+  for (; k < count; ++k) {
+    bins[2 * k] = bins[2 * k] * bins[2 * k] + bins[2 * k + 1] * bins[2 * k + 1];
+    bins[2 * k + 1] = 0;
+  }
+}
+
+template <class T>
+VekStatus convInverse(const T* src, T* dst, const FftSpec* spec) {
+  if (const VekStatus s = checkCall(src, dst, spec, kFftKindOf<T>)) return s;
+  if (isSmall(kFftKindOf<T>, spec->order)) return realTransform<kInverse>(src, dst, spec);
+  complexTransform<kInverse>(src, dst, spec->order - 1, static_cast<const T*>(spec->complexTwiddles),
+                             2 * scaleOf<T>(spec, kInverse));
   return vekStsNoErr;
 }
 
@@ -311,5 +391,56 @@ VekStatus fftMulSpectra(const Vek32f* src, Vek32f* srcDst, int len) { return mul
 VekStatus fftMulSpectra(const Vek64f* src, Vek64f* srcDst, int len) { return mulPacked(src, srcDst, len); }
 VekStatus fftMulSpectra(const Vek32fc* src, Vek32fc* srcDst, int len) { return mulComplex(src, srcDst, len); }
 VekStatus fftMulSpectra(const Vek64fc* src, Vek64fc* srcDst, int len) { return mulComplex(src, srcDst, len); }
+
+VekStatus fftConvForward(const Vek32f* src, int64_t count, Vek32f* dst, const FftSpec* spec) {
+  return convForward(src, count, dst, spec, float());
+}
+VekStatus fftConvForward(const Vek64f* src, int64_t count, Vek64f* dst, const FftSpec* spec) {
+  return convForward(src, count, dst, spec, double());
+}
+VekStatus fftConvForward(const Vek32fc* src, int64_t count, Vek32fc* dst, const FftSpec* spec) {
+  return convForward(src, count, dst, spec, float());
+}
+VekStatus fftConvForward(const Vek64fc* src, int64_t count, Vek64fc* dst, const FftSpec* spec) {
+  return convForward(src, count, dst, spec, double());
+}
+
+VekStatus fftConvMultiply(const Vek32f* src, Vek32f* srcDst, const FftSpec* spec) {
+  return convMultiply(src, srcDst, spec);
+}
+VekStatus fftConvMultiply(const Vek64f* src, Vek64f* srcDst, const FftSpec* spec) {
+  return convMultiply(src, srcDst, spec);
+}
+VekStatus fftConvMultiply(const Vek32fc* src, Vek32fc* srcDst, const FftSpec* spec) {
+  return convMultiplyComplex(src, srcDst, spec);
+}
+VekStatus fftConvMultiply(const Vek64fc* src, Vek64fc* srcDst, const FftSpec* spec) {
+  return convMultiplyComplex(src, srcDst, spec);
+}
+
+VekStatus fftConvPower(Vek32f* srcDst, const FftSpec* spec) {
+  if (const VekStatus s = checkCall(srcDst, srcDst, spec, kFftReal32)) return s;
+  if (isSmall(kFftReal32, spec->order)) {
+    for (int i = 0; i < 2 && i < 1 << spec->order; ++i) srcDst[i] *= srcDst[i];
+    powers(srcDst + 2, (1 << spec->order) / 2 - 1);
+  } else {
+    powerOfPairs(srcDst, spec->order, static_cast<const float*>(spec->realTwiddles));
+  }
+  return vekStsNoErr;
+}
+VekStatus fftConvPower(Vek32fc* srcDst, const FftSpec* spec) {
+  if (const VekStatus s = checkCall(srcDst, srcDst, spec, kFftComplex32)) return s;
+  powers(&srcDst->re, int64_t(1) << spec->order);
+  return vekStsNoErr;
+}
+
+VekStatus fftConvInverse(const Vek32f* src, Vek32f* dst, const FftSpec* spec) { return convInverse(src, dst, spec); }
+VekStatus fftConvInverse(const Vek64f* src, Vek64f* dst, const FftSpec* spec) { return convInverse(src, dst, spec); }
+VekStatus fftConvInverse(const Vek32fc* src, Vek32fc* dst, const FftSpec* spec) {
+  return complexCall<kInverse>(src, dst, spec, float());
+}
+VekStatus fftConvInverse(const Vek64fc* src, Vek64fc* dst, const FftSpec* spec) {
+  return complexCall<kInverse>(src, dst, spec, double());
+}
 
 }  // namespace vek::VEK_SLOT

@@ -51,10 +51,10 @@ struct FftSpec {
   void* memBlock;
   void* tableArea;
   void* bitRevTable;
-  void* complexTwiddles;
-  void* realTwiddles;
-  double scale64;     // `scale` before it was rounded
-  uint8_t* tableEnd;  // first byte behind the tables
+  const void* complexTwiddles;  // what the kernels hold no constants of
+  const void* realTwiddles;     // in the spec or a constant
+  double scale64;               // `scale` before it was rounded
+  uint8_t* tableEnd;            // first byte behind the tables
   uint8_t reserved[56];
 };
 static_assert(sizeof(FftSpec) == 144);
@@ -96,6 +96,25 @@ VekStatus fftMulSpectra(const Vek32f* src, Vek32f* srcDst, int len);
 VekStatus fftMulSpectra(const Vek64f* src, Vek64f* srcDst, int len);
 VekStatus fftMulSpectra(const Vek32fc* src, Vek32fc* srcDst, int len);
 VekStatus fftMulSpectra(const Vek64fc* src, Vek64fc* srcDst, int len);
+
+// Convolution of N elements, cyclic: forward both, multiply, back. What lies between need not be a spectrum: the steps
+// that only a spectrum's user wants are left out, and no other function may see it. src may have zeros from element
+// `count` on: they are not read. Otherwise as above; dst may be src.
+VekStatus fftConvForward(const Vek32f* src, int64_t count, Vek32f* dst, const FftSpec* spec);
+VekStatus fftConvForward(const Vek64f* src, int64_t count, Vek64f* dst, const FftSpec* spec);
+VekStatus fftConvForward(const Vek32fc* src, int64_t count, Vek32fc* dst, const FftSpec* spec);
+VekStatus fftConvForward(const Vek64fc* src, int64_t count, Vek64fc* dst, const FftSpec* spec);
+VekStatus fftConvMultiply(const Vek32f* src, Vek32f* srcDst, const FftSpec* spec);
+VekStatus fftConvMultiply(const Vek64f* src, Vek64f* srcDst, const FftSpec* spec);
+VekStatus fftConvMultiply(const Vek32fc* src, Vek32fc* srcDst, const FftSpec* spec);
+VekStatus fftConvMultiply(const Vek64fc* src, Vek64fc* srcDst, const FftSpec* spec);
+// Multiplies by the same of the elements in the opposite order, conjugated: the way to autocorrelations.
+VekStatus fftConvPower(Vek32f* srcDst, const FftSpec* spec);
+VekStatus fftConvPower(Vek32fc* srcDst, const FftSpec* spec);
+VekStatus fftConvInverse(const Vek32f* src, Vek32f* dst, const FftSpec* spec);
+VekStatus fftConvInverse(const Vek64f* src, Vek64f* dst, const FftSpec* spec);
+VekStatus fftConvInverse(const Vek32fc* src, Vek32fc* dst, const FftSpec* spec);
+VekStatus fftConvInverse(const Vek64fc* src, Vek64fc* dst, const FftSpec* spec);
 
 }  // namespace vek::VEK_SLOT
 

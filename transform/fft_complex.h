@@ -7,7 +7,7 @@
 #ifndef VEK_TRANSFORM_FFT_COMPLEX_H
 #define VEK_TRANSFORM_FFT_COMPLEX_H
 
-#include "transform/fft_tables.h"
+#include "transform/fft_constants.h"
 
 namespace vek::VEK_SLOT {
 namespace {
@@ -75,12 +75,19 @@ VEK_INLINE void plainMinusI(Complex<T>& a, Complex<T>& b) {
   a = u;
 }
 
-// Eight points in bit-reversed order to their transform in natural order.
-template <class T>
+// How much of the data a transform reads; zeros follow.
+enum Extent { kWhole, kFirstHalf };
+
+// Eight points in bit-reversed order, the odd ones zero if only the first half is given, to their transform in natural
+// order.
+template <Extent X, class T>
 VEK_INLINE void transform8(Complex<T> (&y)[8]) {
   const Reg<T> h = splat(kSqrtHalf<T>);
 #pragma GCC unroll 4
-  for (int i = 0; i < 8; i += 2) plain(y[i], y[i + 1]);
+  for (int i = 0; i < 8; i += 2) {
+    if constexpr (X == kWhole) plain(y[i], y[i + 1]);
+    if constexpr (X == kFirstHalf) y[i + 1] = y[i];
+  }
 #pragma GCC unroll 2
   for (int i = 0; i < 8; i += 4) plain(y[i], y[i + 2]), plainMinusI(y[i + 1], y[i + 3]);
   plain(y[0], y[4]);
@@ -123,16 +130,16 @@ VEK_INLINE void join(Complex<T> (&y)[1 << Bits], const T* w) {
 VEK_INLINE int reverse3(int i) { return (i & 1) << 2 | (i & 2) | i >> 2; }
 
 // Tile column group: L columns of eight rows, transformed and stored as eight neighbours each at to + column * step.
-template <Direction D, class T>
+template <Direction D, Extent X, class T>
 VEK_INLINE void tileColumns(const T* from, int64_t rowStep, T* to, int64_t columnStep, int firstColumn) {
   constexpr int L = kLanes<T>;
   Complex<T> y[8];
 #pragma GCC unroll 8
-  for (int p = 0; p < 8; ++p) {
+  for (int p = 0; p < 8; p += X == kWhole ? 1 : 2) {
     const Complex<T> x = loadInterleaved(from + reverse3(p) * rowStep);
     y[p] = D == kForward ? x : Complex<T>{x.im, x.re};
   }
-  transform8(y);
+  transform8<X>(y);
 #pragma GCC unroll 4
   for (int b = 0; b < 8 / L; ++b) {
     Reg<T> re[L], im[L];
@@ -151,10 +158,10 @@ VEK_INLINE void tileColumns(const T* from, int64_t rowStep, T* to, int64_t colum
   }
 }
 
-template <Direction D, class T>
+template <Direction D, Extent X, class T>
 VEK_INLINE void tile(const T* from, int64_t rowStep, T* to, int64_t columnStep) {
 #pragma GCC unroll 4
-  for (int c = 0; c < 8; c += kLanes<T>) tileColumns<D>(from + 2 * c, rowStep, to, columnStep, c);
+  for (int c = 0; c < 8; c += kLanes<T>) tileColumns<D, X>(from + 2 * c, rowStep, to, columnStep, c);
 }
 
 VEK_INLINE int64_t reverseBits(int64_t x, int bits) {
@@ -166,14 +173,14 @@ VEK_INLINE int64_t reverseBits(int64_t x, int bits) {
 }
 
 // Tile q goes to the place of tile `reversed`. In place the two trade places, at the visit to the smaller.
-template <Direction D, class T>
+template <Direction D, Extent X, class T>
 VEK_INLINE void placeTile(const T* src, T* dst, int64_t row, int64_t q, int64_t reversed) {
   if (src != dst) {
-    tile<D>(src + 16 * q, row, dst + 16 * reversed, row);
+    tile<D, X>(src + 16 * q, row, dst + 16 * reversed, row);
   } else if (q <= reversed) {
     alignas(64) T kept[128];
-    tile<D>(src + 16 * q, row, kept, 16);
-    if (q != reversed) tile<D>(src + 16 * reversed, row, dst + 16 * q, row);
+    tile<D, X>(src + 16 * q, row, kept, 16);
+    if (q != reversed) tile<D, X>(src + 16 * reversed, row, dst + 16 * q, row);
 #pragma GCC unroll 1
     for (int c = 0; c < 8; ++c) {
       for (int i = 0; i < 16; i += kLanes<T>) storeV(dst + 16 * reversed + c * row + i, loadV(kept + 16 * c + i));
@@ -185,7 +192,7 @@ VEK_INLINE void placeTile(const T* src, T* dst, int64_t row, int64_t q, int64_t 
 // in squares of four sources by four destinations that lie side by side.
 constexpr int kSquareBits = 2, kSquaresFrom = 10;
 
-template <Direction D, class T>
+template <Direction D, Extent X, class T>
 VEK_NOINLINE void firstSweep(const T* src, T* dst, int m) {
   const int bits = m - 6;
   const int64_t row = int64_t(2) << (m - 3), tiles = int64_t(1) << bits;
@@ -195,7 +202,7 @@ VEK_NOINLINE void firstSweep(const T* src, T* dst, int m) {
     for (int64_t h = 0; h < side; ++h) {
       for (int64_t l = 0; l < side; ++l) {
         const int64_t q = h * far + middle + l;
-        placeTile<D>(src, dst, row, q, reverseBits(q, bits));
+        placeTile<D, X>(src, dst, row, q, reverseBits(q, bits));
       }
     }
   }
@@ -241,9 +248,6 @@ VEK_INLINE void anyPass(int bits, T* data, int64_t total, int64_t length, const 
   }
 }
 
-// Elements of T that the roots of a pass take.
-VEK_INLINE int64_t rootsOfPass(int bits, int64_t length) { return (bits == 3 ? 8 : 4) * length; }
-
 // Everything behind the first sweep, on 2^bits(m) elements from `data`, up to pass `last`.
 template <Direction D, class T>
 struct Joiner {
@@ -258,9 +262,9 @@ struct Joiner {
     scale = s;
     int64_t len = 8;
     for (int i = 0; i < passes.count; ++i) {
-      roots[i] = table;
+      roots[i] = constantRoots<T>(passes.bits[i], len);
+      if (!roots[i]) roots[i] = table, table += rootsOfPass(passes.bits[i], len);
       length[i] = len;
-      table += rootsOfPass(passes.bits[i], len);
       len <<= passes.bits[i];
     }
   }
@@ -288,45 +292,34 @@ struct Joiner {
 };
 
 // n = 2^m points, m >= 6.
-template <Direction D, class T>
+template <Direction D, Extent X = kWhole, class T>
 VEK_NOINLINE void complexTransform(const T* src, T* dst, int m, const T* table, T scale) {
-  firstSweep<D>(src, dst, m);
+  firstSweep<D, X>(src, dst, m);
   Joiner<D, T> joiner;
   joiner.prepare(m, table, scale);
   joiner.run(joiner.passes.count - 1, dst);
 }
 
-// The roots of all passes, in the order of their use.
+// The roots that the spec holds: those of the passes that have no constants, in the order of their use.
 template <class T>
 VEK_INLINE int64_t complexTableSize(int m) {
   const Passes p = passesFor(m);
   int64_t size = 0, length = 8;
-  for (int i = 0; i < p.count; ++i) size += rootsOfPass(p.bits[i], length), length <<= p.bits[i];
+  for (int i = 0; i < p.count; length <<= p.bits[i++]) {
+    if (!constantRoots<T>(p.bits[i], length)) size += rootsOfPass(p.bits[i], length);
+  }
   return size;
 }
 template <class T>
 VEK_NOINLINE void makeComplexTable(T* table, int m, const Roots& roots, int order) {
-  constexpr int L = kLanes<T>, block = 2 * L;
   const Passes p = passesFor(m);
   int lengthBits = 3;
-  for (int i = 0; i < p.count; ++i) {
-    const int bits = p.bits[i];
-    const int shift = order - lengthBits - bits;  // w^k is root number k << shift
-    for (int64_t k = 0; k < int64_t(1) << lengthBits; k += L) {
-      for (int level = bits - 1; level >= 0; --level, table += block) {
-        for (int lane = 0; lane < L; ++lane) {
-          storeRoot(table, lane, roots((k + kLaneOrder<T>[lane]) << (shift + level)));
-        }
-      }
-      if (bits == 3) {
-        for (int lane = 0; lane < L; ++lane) {
-          const int64_t turned = k + kLaneOrder<T>[lane] + (int64_t(1) << lengthBits);
-          storeRoot(table, lane, roots(turned << shift));
-        }
-        table += block;
-      }
-    }
-    lengthBits += bits;
+  for (int i = 0; i < p.count; lengthBits += p.bits[i++]) {
+    const int bits = p.bits[i], shift = order - lengthBits - bits;
+    const int64_t length = int64_t(1) << lengthBits;
+    if (constantRoots<T>(bits, length)) continue;
+    fillPass(table, bits, length, [&](int64_t k) VEK_LAMBDA { return roots(k << shift); });
+    table += rootsOfPass(bits, length);
   }
 }
 

@@ -32,12 +32,9 @@ VEK_INLINE int64_t realTableSize(int order) {
 }
 template <class T>
 VEK_NOINLINE void makeRealTable(T* table, int order, const Roots& roots) {
-  constexpr int L = kLanes<T>;
   const bool twoLevel = order >= kTwoLevelOrder;
   const int64_t count = twoLevel ? kFineRoots : int64_t(1) << (order - 2);
-  for (int64_t k = 0; k < count; k += L) {
-    for (int lane = 0; lane < L; ++lane) storeRoot(table + 2 * k, lane, roots(k + kLaneOrder<T>[lane]));
-  }
+  fillBlocks(table, count, [&](int64_t k) VEK_LAMBDA { return roots(k); });
   if (!twoLevel) return;
   T* coarse = table + 2 * kFineRoots;
   for (int64_t k = 0; k < int64_t(1) << (order - 12); ++k) {

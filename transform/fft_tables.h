@@ -17,7 +17,7 @@ enum Direction { kForward, kInverse };
 struct Root {
   double re, im;
 };
-VEK_INLINE Root operator*(Root a, Root b) { return {a.re * b.re - a.im * b.im, a.re * b.im + a.im * b.re}; }
+constexpr VEK_INLINE Root operator*(Root a, Root b) { return {a.re * b.re - a.im * b.im, a.re * b.im + a.im * b.re}; }
 
 constexpr double kTwoPi = 6.283185307179586476925286766559;
 
@@ -45,7 +45,7 @@ constexpr QuarterSine makeQuarterSine() {
 constexpr QuarterSine kQuarterSine = makeQuarterSine();
 
 // exp(-2 pi i k / 1024), 0 <= k < 1024.
-VEK_INLINE Root root1024(int64_t k) {
+constexpr VEK_INLINE Root root1024(int64_t k) {
   const int quadrant = int(k >> 8), j = int(k & 255);
   const double s = kQuarterSine.at[j], c = kQuarterSine.at[256 - j];
   switch (quadrant) {
@@ -87,7 +87,7 @@ class Roots {
 
 // Stores a root as lane p of a block.
 template <class T>
-VEK_INLINE void storeRoot(T* block, int lane, Root w) {
+constexpr VEK_INLINE void storeRoot(T* block, int lane, Root w) {
   block[lane] = T(w.re);
   block[lane + kLanes<T>] = T(w.im);
 }
