@@ -98,8 +98,8 @@ TEST(Vector, CopyAndMove) {
 #define VEK_CASE(T) checkCopyAndMove<Vek##T>(#T, veksCopy_##T, veksMove_##T);
   VEK_CASE(8u)
   VEK_CASE(16s)
-  VEK_CASE(32s) VEK_CASE(32f) VEK_CASE(64s) VEK_CASE(64f) VEK_CASE(16sc) VEK_CASE(32sc) VEK_CASE(32fc) VEK_CASE(64sc)
-      VEK_CASE(64fc)
+  VEK_CASE(32s)
+  VEK_CASE(32f) VEK_CASE(64s) VEK_CASE(64f) VEK_CASE(16sc) VEK_CASE(32sc) VEK_CASE(32fc) VEK_CASE(64sc) VEK_CASE(64fc)
 #undef VEK_CASE
 }
 
@@ -166,7 +166,8 @@ TEST(Vector, Flip) {
 #define VEK_CASE(T) check<Vek##T, Vek##T>({"Flip_" #T, veksFlip_##T, reversed<Vek##T>, veksFlip_##T##_I});
   VEK_CASE(8u)
   VEK_CASE(16u)
-  VEK_CASE(32f) VEK_CASE(32fc)
+  VEK_CASE(32f)
+  VEK_CASE(32fc)
 #undef VEK_CASE
       std::vector<Vek32f>
           x = {1, 2, 3, 4, 5};

@@ -78,8 +78,7 @@ VEK_INLINE __m128i loadBytes(const void* p) {
 template <class D, class S>
 VEK_INLINE Pack<D> loadWiden(const S* p) {
   constexpr int step = Pack<D>::regLanes;
-  return each<Pack<D>>(
-      [&](int i) VEK_LAMBDA { return widenReg<D, S>(loadBytes<step * int(sizeof(S))>(p + i * step)); });
+  return each<Pack<D>>([&](int i) VEK_LAMBDA { return widenReg<D, S>(loadBytes<step* int(sizeof(S))>(p + i * step)); });
 }
 
 // All elements of a pack, twice as wide, in order.
@@ -155,8 +154,8 @@ VEK_INLINE Pack<D> narrowQuarter(Group<int32_t, 4> a) {
     const auto pack16 = [&](int k) VEK_LAMBDA { return _mm256_packs_epi32(whole(a.p[k]), whole(a.p[k + 1])); };
     const __m256i x = pack16(0), y = pack16(2);
     const __m256i z = kSigned<D> ? _mm256_packs_epi16(x, y) : _mm256_packus_epi16(x, y);
-    return {{regCast<typename Pack<D>::Reg>(
-        _mm256_permutevar8x32_epi32(z, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7)))}};
+    return {
+        {regCast<typename Pack<D>::Reg>(_mm256_permutevar8x32_epi32(z, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7)))}};
   } else {
     return narrowSaturated<D>(narrowSaturated<int16_t>(a.p[0], a.p[1]), narrowSaturated<int16_t>(a.p[2], a.p[3]));
   }
@@ -169,7 +168,8 @@ VEK_INLINE Pack<D> narrowWrapped(Pack<S> a, Pack<S> b) {
   return deinterleave(bits<D>(a), bits<D>(b)).a;
 }
 
-// ---- integers and floats ---------------------------------------------------------------------------------------------
+// ---- integers and floats
+// ---------------------------------------------------------------------------------------------
 
 VEK_INLINE Pack<float> toFloat(Pack<int32_t> a) {
   if constexpr (kAvx) {
@@ -202,7 +202,8 @@ VEK_INLINE Pack<double> floatsToDouble(__m128i x) {
   if constexpr (kAvx) {
     return {{regCast<Pack<double>::Reg>(_mm256_cvtps_pd((__m128)x))}};
   } else {
-    return fromHalves<double>((__m128i)_mm_cvtps_pd((__m128)x), (__m128i)_mm_cvtps_pd((__m128)_mm_shuffle_epi32(x, 0xEE)));
+    return fromHalves<double>((__m128i)_mm_cvtps_pd((__m128)x),
+                              (__m128i)_mm_cvtps_pd((__m128)_mm_shuffle_epi32(x, 0xEE)));
   }
 }
 VEK_INLINE Pack<double> int32sToDouble(__m128i x) {
@@ -214,7 +215,9 @@ VEK_INLINE Pack<double> int32sToDouble(__m128i x) {
 }
 VEK_INLINE Pack<double> loadDouble(const float* p) { return floatsToDouble(loadBytes<16>(p)); }
 VEK_INLINE Pack<double> loadDouble(const int32_t* p) { return int32sToDouble(loadBytes<16>(p)); }
-VEK_INLINE Group<double, 2> toDouble(Pack<float> a) { return {{floatsToDouble(half(a, 0)), floatsToDouble(half(a, 1))}}; }
+VEK_INLINE Group<double, 2> toDouble(Pack<float> a) {
+  return {{floatsToDouble(half(a, 0)), floatsToDouble(half(a, 1))}};
+}
 VEK_INLINE Group<double, 2> toDouble(Pack<int32_t> a) {
   return {{int32sToDouble(half(a, 0)), int32sToDouble(half(a, 1))}};
 }
@@ -251,7 +254,8 @@ VEK_INLINE Pack<int32_t> toInt32Truncated(Group<double, 2> a) {
   return fromHalves<int32_t>(doubleToInt32Truncated(a.p[0]), doubleToInt32Truncated(a.p[1]));
 }
 
-// ---- rounding to integral floats --------------------------------------------------------------------------------------
+// ---- rounding to integral floats
+// --------------------------------------------------------------------------------------
 
 template <int Mode, class T>
 VEK_INLINE Pack<T> roundWith(Pack<T> a) {

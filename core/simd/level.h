@@ -12,7 +12,8 @@
 #error "slot code is compiled with VEK_SLOT set to the suffix of its slot"
 #endif
 
-// Every helper is inlined: a 32-byte value in a signature would otherwise depend on the instruction level of the caller.
+// Every helper is inlined: a 32-byte value in a signature would otherwise depend on the instruction level of the
+// caller.
 #define VEK_INLINE inline __attribute__((always_inline))
 #define VEK_LAMBDA __attribute__((always_inline))
 #define VEK_NOINLINE __attribute__((noinline, unused))

@@ -273,17 +273,16 @@ VEK_INLINE Pack<T> broadcastPair(T even, T odd) {
 template <class T>
 using ArithReg = typename VectorOf<UnsignedOf<T>, kRegBytes<T>>::type;
 
-#define VEK_PACK_ARITHMETIC(OP)                                                                     \
-  template <class T>                                                                                \
-  VEK_INLINE Pack<T> operator OP(Pack<T> a, Pack<T> b) {                                            \
-    return each<Pack<T>>([&](int i) VEK_LAMBDA {                                                    \
-      if constexpr (kFloat<T>) {                                                                    \
-        return a.r[i] OP b.r[i];                                                                    \
-      } else {                                                                                      \
-        return regCast<typename Pack<T>::Reg>(regCast<ArithReg<T>>(a.r[i])                          \
-                                                  OP regCast<ArithReg<T>>(b.r[i]));                 \
-      }                                                                                             \
-    });                                                                                             \
+#define VEK_PACK_ARITHMETIC(OP)                                                                              \
+  template <class T>                                                                                         \
+  VEK_INLINE Pack<T> operator OP(Pack<T> a, Pack<T> b) {                                                     \
+    return each<Pack<T>>([&](int i) VEK_LAMBDA {                                                             \
+      if constexpr (kFloat<T>) {                                                                             \
+        return a.r[i] OP b.r[i];                                                                             \
+      } else {                                                                                               \
+        return regCast<typename Pack<T>::Reg>(regCast<ArithReg<T>>(a.r[i]) OP regCast<ArithReg<T>>(b.r[i])); \
+      }                                                                                                      \
+    });                                                                                                      \
   }
 VEK_PACK_ARITHMETIC(+)
 VEK_PACK_ARITHMETIC(-)
@@ -300,16 +299,16 @@ VEK_INLINE Pack<T> operator/(Pack<T> a, Pack<T> b) {
 template <class T>
 using BitReg = typename VectorOf<SignedOf<T>, kRegBytes<T>>::type;
 
-#define VEK_PACK_BITWISE(OP)                                                                                     \
-  template <class T>                                                                                             \
-  VEK_INLINE Pack<T> operator OP(Pack<T> a, Pack<T> b) {                                                         \
-    return each<Pack<T>>([&](int i) VEK_LAMBDA {                                                                 \
-      return regCast<typename Pack<T>::Reg>(regCast<BitReg<T>>(a.r[i]) OP regCast<BitReg<T>>(b.r[i]));           \
-    });                                                                                                          \
-  }                                                                                                              \
-  template <class T>                                                                                             \
-  VEK_INLINE Mask<T> operator OP(Mask<T> a, Mask<T> b) {                                                         \
-    return each<Mask<T>>([&](int i) VEK_LAMBDA { return a.r[i] OP b.r[i]; });                                    \
+#define VEK_PACK_BITWISE(OP)                                                                           \
+  template <class T>                                                                                   \
+  VEK_INLINE Pack<T> operator OP(Pack<T> a, Pack<T> b) {                                               \
+    return each<Pack<T>>([&](int i) VEK_LAMBDA {                                                       \
+      return regCast<typename Pack<T>::Reg>(regCast<BitReg<T>>(a.r[i]) OP regCast<BitReg<T>>(b.r[i])); \
+    });                                                                                                \
+  }                                                                                                    \
+  template <class T>                                                                                   \
+  VEK_INLINE Mask<T> operator OP(Mask<T> a, Mask<T> b) {                                               \
+    return each<Mask<T>>([&](int i) VEK_LAMBDA { return a.r[i] OP b.r[i]; });                          \
   }
 VEK_PACK_BITWISE(&)
 VEK_PACK_BITWISE(|)
@@ -318,8 +317,7 @@ VEK_PACK_BITWISE(^)
 
 template <class T>
 VEK_INLINE Pack<T> operator~(Pack<T> a) {
-  return each<Pack<T>>(
-      [&](int i) VEK_LAMBDA { return regCast<typename Pack<T>::Reg>(~regCast<BitReg<T>>(a.r[i])); });
+  return each<Pack<T>>([&](int i) VEK_LAMBDA { return regCast<typename Pack<T>::Reg>(~regCast<BitReg<T>>(a.r[i])); });
 }
 template <class T>
 VEK_INLINE Mask<T> operator~(Mask<T> a) {
@@ -357,23 +355,23 @@ VEK_INLINE Pack<T> fusedNegMulAdd(Pack<T> a, Pack<T> b, Pack<T> c) {
 }
 
 // Calls a 16-byte or a 32-byte intrinsic, by the register of the pack.
-#define VEK_INTRINSIC(WIDE, NARROW, CAST_WIDE, CAST_NARROW, REG, ...)              \
-  if constexpr (sizeof(REG) == 32) {                                               \
-    using Raw = CAST_WIDE;                                                         \
-    return regCast<REG>(WIDE(__VA_ARGS__));                                        \
-  } else {                                                                         \
-    using Raw = CAST_NARROW;                                                       \
-    return regCast<REG>(NARROW(__VA_ARGS__));                                      \
+#define VEK_INTRINSIC(WIDE, NARROW, CAST_WIDE, CAST_NARROW, REG, ...) \
+  if constexpr (sizeof(REG) == 32) {                                  \
+    using Raw = CAST_WIDE;                                            \
+    return regCast<REG>(WIDE(__VA_ARGS__));                           \
+  } else {                                                            \
+    using Raw = CAST_NARROW;                                          \
+    return regCast<REG>(NARROW(__VA_ARGS__));                         \
   }
 // Register operations whose intrinsic follows the width of the register alone.
-#define VEK_REG_BINARY(NAME, WIDE, NARROW)              \
-  template <class R>                                    \
-  VEK_INLINE R NAME(R a, R b) {                         \
-    if constexpr (sizeof(R) == 32) {                    \
-      return regCast<R>(WIDE((__m256i)a, (__m256i)b));  \
-    } else {                                            \
+#define VEK_REG_BINARY(NAME, WIDE, NARROW)               \
+  template <class R>                                     \
+  VEK_INLINE R NAME(R a, R b) {                          \
+    if constexpr (sizeof(R) == 32) {                     \
+      return regCast<R>(WIDE((__m256i)a, (__m256i)b));   \
+    } else {                                             \
       return regCast<R>(NARROW((__m128i)a, (__m128i)b)); \
-    }                                                   \
+    }                                                    \
   }
 VEK_REG_BINARY(addsEpi8, _mm256_adds_epi8, _mm_adds_epi8)
 VEK_REG_BINARY(addsEpu8, _mm256_adds_epu8, _mm_adds_epu8)
@@ -392,10 +390,10 @@ VEK_REG_BINARY(mulEpu32, _mm256_mul_epu32, _mm_mul_epu32)
 VEK_REG_BINARY(mulEpi32, _mm256_mul_epi32, _mm_mul_epi32)
 VEK_REG_BINARY(sadEpu8, _mm256_sad_epu8, _mm_sad_epu8)
 
-#define VEK_PACK_BINARY(NAME, RESULT, T, REG_OPERATION)                                             \
-  VEK_INLINE Pack<RESULT> NAME(Pack<T> a, Pack<T> b) {                                              \
-    return each<Pack<RESULT>>(                                                                      \
-        [&](int i) VEK_LAMBDA { return regCast<Pack<RESULT>::Reg>(REG_OPERATION(a.r[i], b.r[i])); }); \
+#define VEK_PACK_BINARY(NAME, RESULT, T, REG_OPERATION)                                                              \
+  VEK_INLINE Pack<RESULT> NAME(Pack<T> a, Pack<T> b) {                                                               \
+    return each<Pack<RESULT>>([&](int i)                                                                             \
+                                  VEK_LAMBDA { return regCast<Pack<RESULT>::Reg>(REG_OPERATION(a.r[i], b.r[i])); }); \
   }
 VEK_PACK_BINARY(addSaturated, int8_t, int8_t, addsEpi8)
 VEK_PACK_BINARY(addSaturated, uint8_t, uint8_t, addsEpu8)
@@ -409,9 +407,9 @@ VEK_PACK_BINARY(averageUp, uint8_t, uint8_t, avgEpu8)  // (a + b + 1) >> 1
 VEK_PACK_BINARY(averageUp, uint16_t, uint16_t, avgEpu16)
 VEK_PACK_BINARY(mulHigh, int16_t, int16_t, mulhiEpi16)  // the upper half of the product
 VEK_PACK_BINARY(mulHigh, uint16_t, uint16_t, mulhiEpu16)
-VEK_PACK_BINARY(mulAddPairs, int32_t, int16_t, maddEpi16)   // lane k: a[2k]*b[2k] + a[2k+1]*b[2k+1]
-VEK_PACK_BINARY(mulEven, uint64_t, uint32_t, mulEpu32)      // the 64-bit products of lanes 0, 2, 4, 6
-VEK_PACK_BINARY(sumAbsDiff8, uint64_t, uint8_t, sadEpu8)    // lane k: sum of |a - b| over bytes 8k .. 8k+7
+VEK_PACK_BINARY(mulAddPairs, int32_t, int16_t, maddEpi16)  // lane k: a[2k]*b[2k] + a[2k+1]*b[2k+1]
+VEK_PACK_BINARY(mulEven, uint64_t, uint32_t, mulEpu32)     // the 64-bit products of lanes 0, 2, 4, 6
+VEK_PACK_BINARY(sumAbsDiff8, uint64_t, uint8_t, sadEpu8)   // lane k: sum of |a - b| over bytes 8k .. 8k+7
 VEK_INLINE Pack<int64_t> mulEven(Pack<int32_t> a, Pack<int32_t> b);
 
 // Shifts by one count for all lanes. Counts at or above the width give zeros, or sign fill for >> of signed types.
@@ -610,8 +608,7 @@ VEK_INLINE Pack<T> select(Mask<T> m, Pack<T> a, Pack<T> b) {
     } else if constexpr (kSame<T, double> && sizeof(Reg) == 32) {
       return regCast<Reg>(_mm256_blendv_pd((__m256d)b.r[i], (__m256d)a.r[i], (__m256d)m.r[i]));
     } else {
-      VEK_INTRINSIC(_mm256_blendv_epi8, _mm_blendv_epi8, __m256i, __m128i, Reg, (Raw)b.r[i], (Raw)a.r[i],
-                    (Raw)m.r[i])
+      VEK_INTRINSIC(_mm256_blendv_epi8, _mm_blendv_epi8, __m256i, __m128i, Reg, (Raw)b.r[i], (Raw)a.r[i], (Raw)m.r[i])
     }
   });
 }
@@ -777,8 +774,7 @@ VEK_INLINE Pack<T> squareRoot(Pack<T> a) {
 
 VEK_INLINE Pack<int64_t> mulEven(Pack<int32_t> a, Pack<int32_t> b) {
   if constexpr (kSse41) {
-    return each<Pack<int64_t>>(
-        [&](int i) VEK_LAMBDA { return regCast<Pack<int64_t>::Reg>(mulEpi32(a.r[i], b.r[i])); });
+    return each<Pack<int64_t>>([&](int i) VEK_LAMBDA { return regCast<Pack<int64_t>::Reg>(mulEpi32(a.r[i], b.r[i])); });
   } else {
     // The unsigned product counts 2^32 too much of one factor wherever the other is negative.
     const Pack<uint64_t> p = mulEven(bits<uint32_t>(a), bits<uint32_t>(b));

@@ -218,7 +218,8 @@ VEK_INLINE Pack<T> complexMul(Pack<T> a, Pack<T> b) {
   return addSubtract(dupEven(a) * b, dupOdd(a) * swapPairs(b));
 }
 
-// out[k] = a[table[k]] within each 16-byte half; a table byte with the top bit set gives zero. The table holds 16 bytes.
+// out[k] = a[table[k]] within each 16-byte half; a table byte with the top bit set gives zero. The table holds 16
+// bytes.
 VEK_INLINE __m128i lookup16(__m128i table, __m128i index) {
   if constexpr (kSsse3) {
     return _mm_shuffle_epi8(table, index);
@@ -240,8 +241,8 @@ VEK_INLINE Pack<T> shuffleBytes(Pack<T> a, const uint8_t (&order)[16]) {
     if constexpr (sizeof(Reg) == 32 && kAvx2) {
       return regCast<Reg>(_mm256_shuffle_epi8((__m256i)a.r[i], _mm256_broadcastsi128_si256(index)));
     } else if constexpr (sizeof(Reg) == 32) {
-      return regCast<Reg>(joinHalves(lookup16(lowHalf((__m256i)a.r[i]), index),
-                                     lookup16(highHalf((__m256i)a.r[i]), index)));
+      return regCast<Reg>(
+          joinHalves(lookup16(lowHalf((__m256i)a.r[i]), index), lookup16(highHalf((__m256i)a.r[i]), index)));
     } else {
       return regCast<Reg>(lookup16((__m128i)a.r[i], index));
     }
@@ -251,8 +252,7 @@ VEK_INLINE Pack<T> shuffleBytes(Pack<T> a, const uint8_t (&order)[16]) {
 VEK_INLINE Pack<uint8_t> lookup(const uint8_t (&table)[16], Pack<uint8_t> index) {
   const __m128i t = _mm_loadu_si128((const __m128i*)table);
   if constexpr (kAvx2) {
-    return {{regCast<Pack<uint8_t>::Reg>(_mm256_shuffle_epi8(_mm256_broadcastsi128_si256(t),
-                                                             whole(index)))}};
+    return {{regCast<Pack<uint8_t>::Reg>(_mm256_shuffle_epi8(_mm256_broadcastsi128_si256(t), whole(index)))}};
   } else {
     return fromHalves<uint8_t>(lookup16(t, half(index, 0)), lookup16(t, half(index, 1)));
   }
@@ -401,7 +401,8 @@ VEK_INLINE Two<T> deinterleave(Pack<T> a, Pack<T> b) {
   using Reg = typename Pack<T>::Reg;
   if constexpr (sizeof(T) == 1) {
     constexpr uint8_t split[16] = {0, 2, 4, 6, 8, 10, 12, 14, 1, 3, 5, 7, 9, 11, 13, 15};
-    const Two<uint64_t> q = deinterleave(bits<uint64_t>(shuffleBytes(a, split)), bits<uint64_t>(shuffleBytes(b, split)));
+    const Two<uint64_t> q =
+        deinterleave(bits<uint64_t>(shuffleBytes(a, split)), bits<uint64_t>(shuffleBytes(b, split)));
     return {bits<T>(q.a), bits<T>(q.b)};
   } else if constexpr (sizeof(T) == 2) {
     const auto split = [](Pack<T> x) VEK_LAMBDA {
@@ -428,17 +429,20 @@ VEK_INLINE Two<T> deinterleave(Pack<T> a, Pack<T> b) {
       if constexpr (kAvx2) {
         // One crossing of the halves for each result, so that a caller who drops one does not pay for it.
         const auto order = [](__m256 v) VEK_LAMBDA { return _mm256_permute4x64_epi64((__m256i)v, 0xD8); };
-        return {{{regCast<Reg>(order(_mm256_shuffle_ps(x, y, 0x88)))}}, {{regCast<Reg>(order(_mm256_shuffle_ps(x, y, 0xDD)))}}};
+        return {{{regCast<Reg>(order(_mm256_shuffle_ps(x, y, 0x88)))}},
+                {{regCast<Reg>(order(_mm256_shuffle_ps(x, y, 0xDD)))}}};
       } else {
         const __m256 low = _mm256_permute2f128_ps(x, y, 0x20), high = _mm256_permute2f128_ps(x, y, 0x31);
-        return {{{regCast<Reg>(_mm256_shuffle_ps(low, high, 0x88))}}, {{regCast<Reg>(_mm256_shuffle_ps(low, high, 0xDD))}}};
+        return {{{regCast<Reg>(_mm256_shuffle_ps(low, high, 0x88))}},
+                {{regCast<Reg>(_mm256_shuffle_ps(low, high, 0xDD))}}};
       }
     }
   } else {
     if constexpr (Pack<T>::regs == 2) {
-      return {fromHalves<T>(unpackLow<8>((__m128i)a.r[0], (__m128i)a.r[1]), unpackLow<8>((__m128i)b.r[0], (__m128i)b.r[1])),
-              fromHalves<T>(unpackHigh<8>((__m128i)a.r[0], (__m128i)a.r[1]),
-                            unpackHigh<8>((__m128i)b.r[0], (__m128i)b.r[1]))};
+      return {
+          fromHalves<T>(unpackLow<8>((__m128i)a.r[0], (__m128i)a.r[1]), unpackLow<8>((__m128i)b.r[0], (__m128i)b.r[1])),
+          fromHalves<T>(unpackHigh<8>((__m128i)a.r[0], (__m128i)a.r[1]),
+                        unpackHigh<8>((__m128i)b.r[0], (__m128i)b.r[1]))};
     } else {
       const __m256i low = _mm256_permute2f128_si256((__m256i)a.r[0], (__m256i)b.r[0], 0x20);
       const __m256i high = _mm256_permute2f128_si256((__m256i)a.r[0], (__m256i)b.r[0], 0x31);
