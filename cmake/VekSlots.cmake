@@ -18,7 +18,9 @@ foreach(slot IN LISTS VEK_ALL_SLOTS)
   add_library(vek_slot_${slot} OBJECT)
   target_link_libraries(vek_slot_${slot} PRIVATE vek_build)
   target_compile_definitions(vek_slot_${slot} PRIVATE VEK_SLOT=${slot} VEK_SLOT_INDEX=${index})
-  target_compile_options(vek_slot_${slot} PRIVATE ${VEK_FLAGS_${slot}})
+  # gcc takes every call to leave the upper vector halves clean. Where it knows which registers a local function spares,
+  # it keeps wide values in them across the call and then returns without vzeroupper.
+  target_compile_options(vek_slot_${slot} PRIVATE ${VEK_FLAGS_${slot}} $<$<CXX_COMPILER_ID:GNU>:-fno-ipa-ra>)
   math(EXPR index "${index} + 1")
 endforeach()
 
