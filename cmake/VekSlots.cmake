@@ -10,17 +10,17 @@ set(VEK_FLAGS_m7 -msse3)
 set(VEK_FLAGS_u8 -mssse3)
 set(VEK_FLAGS_n8 -mssse3 -mmovbe)
 set(VEK_FLAGS_y8 -msse4.1)
-set(VEK_FLAGS_e9 -mavx -mno-popcnt)
-set(VEK_FLAGS_l9 -mavx2 -mfma -mbmi -mbmi2 -mno-popcnt)
+# gcc takes every call to leave the upper vector halves clean. Where it knows which registers a local function spares, it
+# keeps wide values in them across the call and then returns without vzeroupper.
+set(VEK_FLAGS_e9 -mavx -mno-popcnt $<$<CXX_COMPILER_ID:GNU>:-fno-ipa-ra>)
+set(VEK_FLAGS_l9 -mavx2 -mfma -mbmi -mbmi2 -mno-popcnt $<$<CXX_COMPILER_ID:GNU>:-fno-ipa-ra>)
 
 set(index 0)
 foreach(slot IN LISTS VEK_ALL_SLOTS)
   add_library(vek_slot_${slot} OBJECT)
   target_link_libraries(vek_slot_${slot} PRIVATE vek_build)
   target_compile_definitions(vek_slot_${slot} PRIVATE VEK_SLOT=${slot} VEK_SLOT_INDEX=${index})
-  # gcc takes every call to leave the upper vector halves clean. Where it knows which registers a local function spares,
-  # it keeps wide values in them across the call and then returns without vzeroupper.
-  target_compile_options(vek_slot_${slot} PRIVATE ${VEK_FLAGS_${slot}} $<$<CXX_COMPILER_ID:GNU>:-fno-ipa-ra>)
+  target_compile_options(vek_slot_${slot} PRIVATE ${VEK_FLAGS_${slot}})
   math(EXPR index "${index} + 1")
 endforeach()
 
