@@ -59,7 +59,7 @@ Contenders contenders(size_t n, bool forward) {
   const fftwf_plan plan = fftwf_plan_r2r_1d(int(n), in.data(), out.data(), forward ? FFTW_REDFT10 : FFTW_REDFT01,
                                             n <= 4096 ? FFTW_MEASURE : FFTW_ESTIMATE);
   for (size_t i = 0; i < n; ++i) in[i] = x[i];
-  rows.push_back({"fftw", [=] { fftwf_execute(plan); }});
+  rows.push_back({"fftw", [plan, in, out] { fftwf_execute(plan); }});  // the arrays stay alive
 #endif
   return rows;
 }

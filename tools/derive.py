@@ -14,6 +14,7 @@ through the table, and an index-offset twin. Functions named vek... are exported
   derive.py spans       --out spans.hpp    overloads on std::span for C++
   derive.py names       --out names.txt    the dispatched names, one a line
   derive.py functions   --out functions.inc   VEK_FUNCTION(name) rows with argument kinds, for the tests
+  derive.py stubs       --out stubs.c      empty definitions, which carry the interface's types into debug information
 """
 import argparse
 import pathlib
@@ -329,6 +330,14 @@ def function_rows(functions):
     return "\n".join(lines) + "\n"
 
 
+def stubs(functions):
+    lines = [HEAD + '#include "vek.h"\n']
+    for f in functions:
+        shown = ", ".join(f"{p.type} {p.name}" for p in f.parameters) or "void"
+        lines.append(f"{f.result} {f.name}({shown}) {{" + (" }" if f.result == "void" else " return 0; }"))
+    return "\n".join(lines) + "\n"
+
+
 def main():
     ap = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     ap.add_argument("what")
@@ -351,6 +360,7 @@ def main():
         "spans": lambda: spans(dispatched),
         "names": lambda: "".join(f.name + "\n" for f in sorted(dispatched, key=lambda f: f.name)),
         "functions": lambda: function_rows(dispatched),
+        "stubs": lambda: stubs(functions),
     }[args.what]()
     out = pathlib.Path(args.out)
     if not out.exists() or out.read_text() != text:

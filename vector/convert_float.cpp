@@ -51,6 +51,7 @@ VEK_INLINE VekStatus narrowDoubles(const double* src, float* dst, int len) {
   if (const VekStatus s = checkVectors(len, src, dst)) return s;
   sweep<4>([](float* d, const double* x) VEK_LAMBDA { _mm_storeu_si128((__m128i_u*)d, doubleToFloats(load(x))); }, dst,
            len, src);
+  leaveUpperHalvesClean();
   return vekStsNoErr;
 }
 

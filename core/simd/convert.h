@@ -230,6 +230,11 @@ VEK_INLINE __m128i doubleToFloats(Pack<double> a) {
     return (__m128i)_mm_movelh_ps(_mm_cvtpd_ps((__m128d)half(a, 0)), _mm_cvtpd_ps((__m128d)half(a, 1)));
   }
 }
+// For functions whose only wide instructions are those that narrow from memory to half a register: the processor counts
+// the upper halves as used by them, the compiler does not.
+VEK_INLINE void leaveUpperHalvesClean() {
+  if constexpr (kAvx) _mm256_zeroupper();
+}
 VEK_INLINE __m128i doubleToInt32Nearest(Pack<double> a) {
   if constexpr (kAvx) {
     return _mm256_cvtpd_epi32((__m256d)whole(a));
