@@ -169,8 +169,7 @@ TEST(Vector, Flip) {
   VEK_CASE(32f)
   VEK_CASE(32fc)
 #undef VEK_CASE
-      std::vector<Vek32f>
-          x = {1, 2, 3, 4, 5};
+  std::vector<Vek32f> x = {1, 2, 3, 4, 5};
   EXPECT_EQ(veksFlip_32f(x.data(), x.data(), 5), vekStsNoErr);
   EXPECT_TRUE(sameVectors(x, {5, 4, 3, 2, 1}));
 }
