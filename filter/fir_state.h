@@ -23,7 +23,7 @@ struct FirState {
   void* delay;      // past samples, oldest first, from historyAt on; new ones are put behind them
   int64_t historyAt;
   void* scratch;
-  FftSpec* fft;  // the transform, the taps' spectrum, and one block of samples
+  FftSpec* fft;  // the transform, the taps transformed, and one block of samples
   void* spectrum;
   void* block;
 };

@@ -326,11 +326,9 @@ void mulChirp(const float* in, const Vek32fc* chirp, float* out, int64_t count, 
 
 // The Fourier transform of m points, in work, whose first m elements hold the data times the chirp.
 void convolve(Vek32fc* work, const DctSpec* spec, int64_t m, bool conjugate) {
-  const int64_t p = int64_t(1) << spec->fft->order;
-  __builtin_memset(work + m, 0, size_t(p - m) * sizeof(Vek32fc));
-  fftForward(work, work, spec->fft, nullptr);
-  fftMulSpectra(spec->response, work, int(p));
-  fftInverse(work, work, spec->fft, nullptr);
+  fftConvForward(work, m, work, spec->fft);
+  fftConvMultiply(spec->response, work, spec->fft);
+  fftConvInverse(work, work, spec->fft);
   mulChirp(&work->re, spec->chirp, &work->re, m, false, conjugate);
 }
 
@@ -451,7 +449,7 @@ void buildChirp(DctSpec* spec) {
     if (j != 0) spec->response[p - j] = back;
     square = (square + 2 * j + 1) % (2 * m);
   }
-  fftForward(spec->response, spec->response, spec->fft, nullptr);
+  fftConvForward(spec->response, p, spec->response, spec->fft);
   const double unit = kTwoPi / (4 * double(len));
   const auto root = [=](int64_t j) { return Root{cos(unit * double(j)), -sin(unit * double(j))}; };
   if (len % 2 == 0) {

@@ -225,25 +225,31 @@ const E* padded(const E* src, int64_t count, E* dst, int64_t n) {
   return dst;
 }
 
-template <class T>
-VekStatus convForward(const T* src, int64_t count, T* dst, const FftSpec* spec, T) {
-  if (const VekStatus s = checkCall(src, dst, spec, kFftKindOf<T>)) return s;
-  const int order = spec->order;
-  const int64_t n = int64_t(1) << order;
-  if (isSmall(kFftKindOf<T>, order)) return realTransform<kForward>(padded(src, count, dst, n), dst, spec);
+// The complex transform inside, of 2^m points.
+template <class E, class T>
+void convTransform(const E* src, int64_t count, E* dst, const FftSpec* spec, int m, T scale) {
+  const int64_t n = int64_t(1) << spec->order;
   const T* const table = static_cast<const T*>(spec->complexTwiddles);
-  const T scale = scaleOf<T>(spec, kForward);
+  T* const out = reinterpret_cast<T*>(dst);
   if (count <= n / 2) {
-    complexTransform<kForward, kFirstHalf>(padded(src, count, dst, n / 2), dst, order - 1, table, scale);
+    complexTransform<kForward, kFirstHalf>(reinterpret_cast<const T*>(padded(src, count, dst, n / 2)), out, m, table,
+                                           scale);
   } else {
-    complexTransform<kForward>(padded(src, count, dst, n), dst, order - 1, table, scale);
+    complexTransform<kForward>(reinterpret_cast<const T*>(padded(src, count, dst, n)), out, m, table, scale);
   }
-  return vekStsNoErr;
 }
-template <class C, class T>
-VekStatus convForward(const C* src, int64_t count, C* dst, const FftSpec* spec, T t) {
-  if (const VekStatus s = checkCall(src, dst, spec, kFftKindOf<C>)) return s;
-  return complexCall<kForward>(padded(src, count, dst, int64_t(1) << spec->order), dst, spec, t);
+
+template <class E, class T>
+VekStatus convForward(const E* src, int64_t count, E* dst, const FftSpec* spec, T t) {
+  constexpr FftKind kind = kFftKindOf<E>;
+  if (const VekStatus s = checkCall(src, dst, spec, kind)) return s;
+  if (!isSmall(kind, spec->order)) {
+    convTransform(src, count, dst, spec, complexOrder(kind, spec->order), scaleOf<T>(spec, kForward));
+    return vekStsNoErr;
+  }
+  src = padded(src, count, dst, int64_t(1) << spec->order);
+  if constexpr (kSame<E, T>) return realTransform<kForward>(src, dst, spec);
+  if constexpr (!kSame<E, T>) return complexCall<kForward>(src, dst, spec, t);
 }
 
 template <class T>
