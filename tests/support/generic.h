@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "support/raw_call.h"
+#include "raw_call.h"
 #include "vek.h"
 
 namespace vektest {
