@@ -111,7 +111,7 @@ def main():
             f"Machine: {machine}. Times are nanoseconds per element, the call through the exported entry included. *l9* and",
             "*y8* are the library in its AVX2 and SSE4.1 slots; *best other* is the fastest of the open peers installed and of",
             "the plain loop that a user would write, compiled for AVX2; *ratio* is its time over that of l9: above 1 the",
-            "library is faster.", "", "![ratio to the best other contender](performance.svg)", "", summary(families), ""]
+            "library is faster. One run, each row once: a row that departs from its neighbours may be the machine's doing.", "", "![ratio to the best other contender](performance.svg)", "", summary(families), ""]
     for family, rows in families.items():
         text += [f"## {family}", "", table(rows), ""]
     (docs / "performance.md").write_text("\n".join(text))
