@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The shared library as a program meets it: loaded and unloaded over and over, called from initialisers that run before
-// its own, from a forked child, and from eight threads that share one specification and the caches filled on first use.
+// its own, from a forked child, and from eight threads that share one spec and the caches filled on first use.
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
@@ -69,7 +69,7 @@ std::vector<Vek32f> ramp() {
   return x;
 }
 
-// One of everything that could be shared behind the caller's back: a specification, tables, answers kept.
+// One of everything that could be shared behind the caller's back: a spec, tables, answers kept.
 std::vector<Vek32f> work(const VeksDCTFwdSpec_32f* spec) {
   std::vector<Vek32f> x = ramp(), out(4 * kLen);
   VekStatus s = veksDCTFwd_32f(x.data(), out.data(), spec, nullptr);
@@ -91,7 +91,7 @@ struct Spec {
   ~Spec() { veksDCTFwdFree_32f(p); }
 };
 
-TEST(Load, EightThreadsShareOneSpecification) {
+TEST(Load, EightThreadsShareOneSpec) {
   for (int round = 0; round < 5; ++round) {
     Spec spec;
     std::vector<std::vector<Vek32f>> results(8);
