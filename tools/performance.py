@@ -106,8 +106,11 @@ def main():
     if not families:
         sys.exit("no records")
     docs = pathlib.Path(__file__).resolve().parent.parent / "docs"
+    programs = {p.stem.removesuffix("_bench") for p in (docs.parent / "bench").glob("*_bench.cpp")}
+    absent = sorted(programs - set(families))
     text = ["# Performance", "",
-            "Written by `tools/performance.py` from one run of every benchmark program; nothing here is typed by hand.",
+            "Written by `tools/performance.py` from one run of the benchmark programs; nothing here is typed by hand."
+            + (f" Not in this run: {', '.join(absent)}." if absent else ""),
             f"Machine: {machine}. Times are nanoseconds per element, the call through the exported entry included. *l9* and",
             "*y8* are the library in its AVX2 and SSE4.1 slots; *best other* is the fastest of the open peers installed and of",
             "the plain loop that a user would write, compiled for AVX2; *ratio* is its time over that of l9: above 1 the",
