@@ -25,8 +25,7 @@ VEK_INLINE void remember(FirState* state, const float* x, int64_t n) {
   state->historyAt = 0;
 }
 
-// ---- directly
-// ---------------------------------------------------------------------------------------------------------
+// ---- directly ------------------------------------------------------------------------------------------------------
 
 // How many outputs are made from the delay buffer, where the history is followed by new samples: enough that all
 // others find their past in x, and whole packs of them where there is room.
@@ -78,8 +77,7 @@ VEK_INLINE void runDirect(FirState* state, const float* src, float* dst, int64_t
   }
 }
 
-// ---- through the transform
-// --------------------------------------------------------------------------------------------
+// ---- through the transform -----------------------------------------------------------------------------------------
 
 // Overlap-save: every block begins with the samples before its new ones, and its first outputs, wrapped around by the
 // transform, are left out. src and dst are apart.
@@ -114,8 +112,7 @@ VEK_INLINE VekStatus runBlocks(FirState* state, const float* src, float* dst, in
   return vekStsNoErr;
 }
 
-// ---- choosing
-// ---------------------------------------------------------------------------------------------------------
+// ---- choosing ------------------------------------------------------------------------------------------------------
 
 // In place, chunk by chunk. Which way a chunk takes is decided by how many samples remain behind it: states have
 // always worked so, and results depend on it.

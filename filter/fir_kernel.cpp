@@ -21,8 +21,7 @@ struct Kind {
 // Taps that are gone through together, so that they and their samples stay in the nearest cache.
 constexpr int64_t kTapChunk = 1024;
 
-// ---- tiles: B packs of outputs held in registers
-// ----------------------------------------------------------------------
+// ---- tiles: B packs of outputs held in registers -------------------------------------------------------------------
 
 // The sums of a tile. A complex sample meets the real and the imaginary part of a tap in sums of their own, combined
 // at the end; S sets of sums keep short tiles from waiting for their own additions.
@@ -110,8 +109,7 @@ VEK_NOINLINE void tile(const Run<typename K::T>* runs, int64_t runCount, int64_t
   }
 }
 
-// ---- single outputs: sums along the taps
-// ------------------------------------------------------------------------------
+// ---- single outputs: sums along the taps ---------------------------------------------------------------------------
 
 // The sums of the even and of the odd lanes, in lanes 0 and 1.
 template <class T>
@@ -194,8 +192,7 @@ VEK_INLINE void strided(const typename K::T* taps, int64_t count, const typename
   for (int64_t i = 0; i < n; ++i) putOne<K>(dot<K>(x + K::C * step * i, taps, count), y + K::C * outStep * i);
 }
 
-// ---- from the widest tiles to the last output
-// -------------------------------------------------------------------------
+// ---- from the widest tiles to the last output ----------------------------------------------------------------------
 
 // Sixteen registers hold the sums, the taps that share samples and the sample at hand.
 template <class K>

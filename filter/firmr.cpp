@@ -22,8 +22,7 @@ struct OutputPhases {
   }
 };
 
-// ---- output by output
-// -------------------------------------------------------------------------------------------------
+// ---- output by output ----------------------------------------------------------------------------------------------
 
 template <class Kind>
 VEK_INLINE void runSingly(FirState* state, const RatePlan& plan, const float* src, float* dst, int64_t n) {
@@ -43,8 +42,7 @@ VEK_INLINE void runSingly(FirState* state, const RatePlan& plan, const float* sr
   copySamples(window + C * fresh, window, C * history);
 }
 
-// ---- by streams
-// ---------------------------------------------------------------------------------------------------------
+// ---- by streams ----------------------------------------------------------------------------------------------------
 
 // Sample k * parts + p of `from` becomes sample k of part p, and back; parts lie `room` samples apart.
 template <int C, class From, class To>

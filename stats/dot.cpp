@@ -5,8 +5,7 @@
 namespace vek::VEK_SLOT {
 namespace {
 
-// ---- real, single precision
-// ---------------------------------------------------------------------------------------------
+// ---- real, single precision ----------------------------------------------------------------------------------------
 
 // The defining order: a prologue brings the second source to 16 bytes (data off 4-byte alignment never gets there), two
 // four-lane sums run over groups of eight, the first of them taking the prologue's sum over, and the rest follows one
@@ -53,8 +52,7 @@ VEK_INLINE float singleDot(const float* src1, const float* src2, ptrdiff_t n) {
   }
 }
 
-// ---- complex, single precision
-// ------------------------------------------------------------------------------------------
+// ---- complex, single precision -------------------------------------------------------------------------------------
 
 // The products of one source with the other as it is, (re*re, im*im), and with its parts swapped, (re*im, im*re), are
 // summed apart; a subtraction and an addition make the complex sum of them at the end.
@@ -111,8 +109,7 @@ VEK_INLINE Vek32fc mixedDot(const float* reals, const float* complexes, ptrdiff_
   return all;
 }
 
-// ---- complex, double precision
-// ------------------------------------------------------------------------------------------
+// ---- complex, double precision -------------------------------------------------------------------------------------
 
 VEK_INLINE __m128d complexMulOne(__m128d x, __m128d y) {
   return __m128d{x[0] * y[0] - x[1] * y[1], x[0] * y[1] + x[1] * y[0]};
@@ -194,8 +191,7 @@ VEK_INLINE __m128d mixedDotInDouble(const S* reals, const S* complexes, ptrdiff_
   return all;
 }
 
-// ---- integers: sums of rounded products, rounded once more
-// -------------------------------------------------------------
+// ---- integers: sums of rounded products, rounded once more ---------------------------------------------------------
 
 // 2^-scaleFactor from its exponent alone.
 VEK_INLINE double scaleOf(int scaleFactor) {
@@ -220,8 +216,7 @@ VEK_INLINE Vek32sc roundedResult(__m128d x, double scale) {
   return {roundedResult(x[0] * scale), roundedResult(x[1] * scale)};
 }
 
-// ---- arguments
-// -------------------------------------------------------------------------------------------------------------
+// ---- arguments -----------------------------------------------------------------------------------------------------
 
 template <class F, class S1, class S2, class R>
 VEK_INLINE VekStatus dot(F f, const S1* src1, const S2* src2, int len, R* result) {

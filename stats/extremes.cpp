@@ -5,8 +5,7 @@
 namespace vek::VEK_SLOT {
 namespace {
 
-// ---- what is compared
-// ----------------------------------------------------------------------------------------------------
+// ---- what is compared ----------------------------------------------------------------------------------------------
 
 struct Itself {
   template <class V>
@@ -44,8 +43,7 @@ struct Extremes {
   T low, high;
 };
 
-// ---- values
-// ---------------------------------------------------------------------------------------------------------------
+// ---- values --------------------------------------------------------------------------------------------------------
 
 template <Want W, class Key, class T>
 VEK_INLINE Extremes<T> scan(Extremes<T> best, Key key, const T* src, ptrdiff_t n) {
@@ -68,8 +66,7 @@ VEK_INLINE Extremes<T> extremesOf(Key key, const T* src, ptrdiff_t n) {
   return e;
 }
 
-// ---- positions
-// --------------------------------------------------------------------------------------------------------------
+// ---- positions -----------------------------------------------------------------------------------------------------
 
 // The first position whose key equals the value; there is one among the n.
 template <class Key, class T>
@@ -151,8 +148,7 @@ VEK_INLINE Found<T> settle(Key key, const T* src, ptrdiff_t n, Position<T> best)
   return {key(read(src + at)), int(at)};
 }
 
-// ---- arguments and results
-// ---------------------------------------------------------------------------------------------------
+// ---- arguments and results -----------------------------------------------------------------------------------------
 
 // Nothing compares greater or less than a NaN in front.
 template <class T>

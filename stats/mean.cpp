@@ -6,8 +6,7 @@
 namespace vek::VEK_SLOT {
 namespace {
 
-// ---- means
-// ---------------------------------------------------------------------------------------------------------------
+// ---- means ---------------------------------------------------------------------------------------------------------
 
 // Two partial sums by the parity of the index; groups of four first, then the rest one by one.
 template <class T>
@@ -44,8 +43,7 @@ VEK_INLINE VekStatus mean(const Vek32fc* src, int len, Vek32fc* result) {
   return vekStsNoErr;
 }
 
-// ---- the integer mean
-// ------------------------------------------------------------------------------------------------------
+// ---- the integer mean ----------------------------------------------------------------------------------------------
 
 VEK_INLINE uint64_t absolute(int64_t x) { return x < 0 ? -uint64_t(x) : uint64_t(x); }
 VEK_INLINE int64_t withSign(uint64_t x, bool negative) { return negative ? -int64_t(x) : int64_t(x); }
@@ -75,8 +73,7 @@ VEK_INLINE VekStatus mean(const Vek32s* src, int len, Vek32s* result, int scaleF
   return vekStsNoErr;
 }
 
-// ---- deviations
-// ------------------------------------------------------------------------------------------------------------
+// ---- deviations ----------------------------------------------------------------------------------------------------
 
 struct Moments {
   double sum, squares;

@@ -5,8 +5,7 @@
 namespace vek::VEK_SLOT {
 namespace {
 
-// ---- maxima
-// -----------------------------------------------------------------------------------------------------------
+// ---- maxima --------------------------------------------------------------------------------------------------------
 
 // The largest of op(sources...), which is not negative, or 0: NaN never compares greater.
 template <class Op, class... S>
@@ -112,8 +111,7 @@ VEK_INLINE float largestComplexMagnitude(const float* src, ptrdiff_t n) {
   return __builtin_sqrtf(high);
 }
 
-// ---- sums over complex elements
-// ---------------------------------------------------------------------------------------
+// ---- sums over complex elements ------------------------------------------------------------------------------------
 
 // Four complex elements, in double precision.
 VEK_INLINE Group<double, 2> complexOf(const float* p) { return {{loadDouble(p), loadDouble(p + 4)}}; }
@@ -186,8 +184,7 @@ VEK_INLINE double differencePower(const float* src1, const float* src2, ptrdiff_
   return all;
 }
 
-// ---- counting
-// -------------------------------------------------------------------------------------------------------------
+// ---- counting ------------------------------------------------------------------------------------------------------
 
 VEK_INLINE int countInRange(const int32_t* src, ptrdiff_t n, int32_t low, int32_t high) {
   const int64_t inside = int64_t(high) - int64_t(low) - 1;
@@ -215,8 +212,7 @@ VEK_INLINE int countInRange(const int32_t* src, ptrdiff_t n, int32_t low, int32_
   return all;
 }
 
-// ---- arguments
-// --------------------------------------------------------------------------------------------------------------
+// ---- arguments -----------------------------------------------------------------------------------------------------
 
 template <class F, class S, class R>
 VEK_INLINE VekStatus norm(F f, const S* src, int len, R* result) {

@@ -83,8 +83,7 @@ struct DiffSquare {
   }
 };
 
-// ---- totals
-// -----------------------------------------------------------------------------------------------------------
+// ---- totals --------------------------------------------------------------------------------------------------------
 
 VEK_INLINE __m128d halvesAdded(Pack<double> a) { return _mm_add_pd((__m128d)half(a, 0), (__m128d)half(a, 1)); }
 VEK_INLINE __m128 halvesAdded(Pack<float> a) { return _mm_add_ps((__m128)half(a, 0), (__m128)half(a, 1)); }
@@ -124,8 +123,7 @@ VEK_INLINE Pack<T> packTree(const Pack<T> (&p)[K]) {
   return packTree<K, T>(&p[0]);
 }
 
-// ---- sums in double precision
-// -----------------------------------------------------------------------------------------
+// ---- sums in double precision --------------------------------------------------------------------------------------
 
 enum class Rest { kOneByOne, kPacks };
 
@@ -159,8 +157,7 @@ VEK_INLINE double regroupedSum(Op op, ptrdiff_t n, const S*... src) {
   }
 }
 
-// ---- complex
-// ------------------------------------------------------------------------------------------------------------
+// ---- complex -------------------------------------------------------------------------------------------------------
 
 VEK_INLINE const float* partsOf(const Vek32fc* p) { return reinterpret_cast<const float*>(p); }
 VEK_INLINE const int32_t* partsOf(const Vek32sc* p) { return reinterpret_cast<const int32_t*>(p); }

@@ -165,8 +165,7 @@ TEST(Extremes, NanInFrontKeepsItsBits) {
   }
 }
 
-// ---- magnitudes
-// -------------------------------------------------------------------------------------------------------------
+// ---- magnitudes ----------------------------------------------------------------------------------------------------
 
 void checkMagnitudes(const std::vector<int32_t>& x, const int32_t* p) {
   const int n = int(x.size());

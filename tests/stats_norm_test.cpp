@@ -216,8 +216,7 @@ TEST(CountInRange, BothBoundsExcluded) {
   EXPECT_EQ(count, 0);
 }
 
-// ---- dot products
-// -------------------------------------------------------------------------------------------------------
+// ---- dot products --------------------------------------------------------------------------------------------------
 
 float orderedDot(const std::vector<float>& x, const std::vector<float>& y, uintptr_t address) {
   const int n = int(x.size());

@@ -244,8 +244,7 @@ TEST(Vector, Conjugate) {
       {"ConjFlip", veksConjFlip_32fc, [&](const std::vector<Vek32fc>& x) { return reversed(conj(x)); }});
 }
 
-// ---- logic
-// ------------------------------------------------------------------------------------------------------------
+// ---- logic ---------------------------------------------------------------------------------------------------------
 
 template <class T>
 void checkLogic(const std::string& name, std::function<T(T, T)> op, VekStatus (*both)(const T*, const T*, T*, int),

@@ -18,8 +18,7 @@ constexpr int kLongestAlloc = 33554431;
 bool isPow2(int len) { return (len & (len - 1)) == 0; }
 bool isSmall(int len) { return isPow2(len) && len <= 8; }
 
-// ---- sizes
-// ------------------------------------------------------------------------------------------------------------
+// ---- sizes ---------------------------------------------------------------------------------------------------------
 
 // Bytes of the caller's spec buffer; -1 where no spec is that large.
 int64_t specBytes(int len) {
@@ -43,8 +42,7 @@ int32_t workBytes(int len) {
   return len < kDctDirectLimit ? 4 * len : int32_t(8 * chirpPoints(len));
 }
 
-// ---- specs
-// ------------------------------------------------------------------------------------------------------------
+// ---- specs ---------------------------------------------------------------------------------------------------------
 
 uint8_t* align64(uint8_t* p) { return p + (-reinterpret_cast<uintptr_t>(p) & 63); }
 
@@ -110,8 +108,7 @@ VekStatus freeSpec(DctSpec* spec) {
   return vekStsNoErr;
 }
 
-// ---- the call
-// -----------------------------------------------------------------------------------------------------------
+// ---- the call ------------------------------------------------------------------------------------------------------
 
 VekStatus transform(const float* x, float* y, const DctSpec* spec, uint8_t* given, bool forward) {
   if (!x || !y || !spec) return vekStsNullPtrErr;

@@ -15,8 +15,7 @@ constexpr int L = kLanes<float>;
 constexpr float kRootHalf = 0.707106781186547524f;
 constexpr float kCosEighth = 0.92387953251128675613f, kSinEighth = 0.38268343236508977173f;  // of pi/8
 
-// ---- the roots that turn Z into coefficients
-// ------------------------------------------------------------------------------
+// ---- the roots that turn Z into coefficients -----------------------------------------------------------------------
 
 // c_k / 2 and c_k exp(-2 pi i k / N) / 2 for k < n/2, block by block; or, for the longest powers of two, each as the
 // product of one of 1,024 fine roots and a coarse one.
@@ -70,8 +69,7 @@ void makeTurns(float* table, int64_t count, bool twoLevel, float a, F root) {
   }
 }
 
-// ---- between Z and the coefficients
-// -----------------------------------------------------------------------------------------
+// ---- between Z and the coefficients --------------------------------------------------------------------------------
 
 VEK_INLINE void storeUp(float* p, Reg<float> x) { storeV(p, natural(x)); }
 VEK_INLINE void storeDown(float* last, Reg<float> x) { storeV(last - (L - 1), reverseLanes(natural(x))); }
@@ -239,8 +237,7 @@ VEK_NOINLINE void spectrum(const float* y, float* z, int64_t n, TurnTable table,
   }
 }
 
-// ---- powers of two
-// ----------------------------------------------------------------------------------------------------------
+// ---- powers of two -------------------------------------------------------------------------------------------------
 
 constexpr int kOnStack = 4096;
 
@@ -303,8 +300,7 @@ void longPow2(const float* x, float* y, const DctSpec* spec, TurnTable table, bo
   }
 }
 
-// ---- other lengths: the transform as a convolution with a chirp
-// ---------------------------------------------------------------
+// ---- other lengths: the transform as a convolution with a chirp ----------------------------------------------------
 
 // out[j] = in[j] * chirp[j] for count complex numbers, either side conjugated if asked for.
 void mulChirp(const float* in, const Vek32fc* chirp, float* out, int64_t count, bool conjugateIn, bool conjugateOut) {

@@ -78,8 +78,7 @@ Sizes sizesFor(FftKind kind, int order) {
 
 bool isFlag(int flag) { return flag == 1 || flag == 2 || flag == 4 || flag == 8; }
 
-// ---- building
-// ---------------------------------------------------------------------------------------------------------
+// ---- building ------------------------------------------------------------------------------------------------------
 
 uint8_t* align64(uint8_t* p) { return p + (-reinterpret_cast<uintptr_t>(p) & 63); }
 
@@ -125,8 +124,7 @@ T scaleOf(const FftSpec* spec, Direction d) {
   return !scaled ? T(1) : sizeof(T) == 8 ? T(spec->scale64) : T(spec->scale);
 }
 
-// ---- transforms
-// -------------------------------------------------------------------------------------------------------
+// ---- transforms ----------------------------------------------------------------------------------------------------
 
 VekStatus checkCall(const void* src, const void* dst, const FftSpec* spec, FftKind kind) {
   if (!spec) return vekStsNullPtrErr;
@@ -178,8 +176,7 @@ VekStatus complexCall(const C* src, C* dst, const FftSpec* spec, T) {
   return vekStsNoErr;
 }
 
-// ---- products of spectra
-// ----------------------------------------------------------------------------------------------
+// ---- products of spectra -------------------------------------------------------------------------------------------
 
 template <class T>
 VEK_INLINE void mulOne(const T* a, T* b) {
@@ -213,8 +210,7 @@ VekStatus mulComplex(const C* src, C* srcDst, int len) {
   return vekStsNoErr;
 }
 
-// ---- convolution
-// ------------------------------------------------------------------------------------------------------
+// ---- convolution ---------------------------------------------------------------------------------------------------
 
 // The elements that a transform does not get from its caller, made zero in dst; returns where all of them are.
 template <class E>
@@ -290,8 +286,7 @@ VekStatus convInverse(const T* src, T* dst, const FftSpec* spec) {
 
 }  // namespace
 
-// ---- the engine
-// -------------------------------------------------------------------------------------------------------
+// ---- the engine ----------------------------------------------------------------------------------------------------
 
 VekStatus fftGetSize(FftKind kind, int order, int flag, int hint, int* pSpecSize, int* pInitSize, int* pWorkSize) {
   (void)hint;

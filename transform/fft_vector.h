@@ -5,7 +5,7 @@
 #ifndef VEK_TRANSFORM_FFT_VECTOR_H
 #define VEK_TRANSFORM_FFT_VECTOR_H
 
-#include "core/simd/pack.h"
+#include "core/simd/compare.h"
 
 namespace vek::VEK_SLOT {
 namespace {

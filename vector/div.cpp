@@ -5,8 +5,7 @@
 namespace vek::VEK_SLOT {
 namespace {
 
-// ---- the multiplier 2^(-scaleFactor)
-// -----------------------------------------------------------------------------------
+// ---- the multiplier 2^(-scaleFactor) -------------------------------------------------------------------------------
 
 // In single precision for the narrow types. Below -127 stands for itself what -127 gives: every quotient but 0 is out
 // of range, and 0 times infinity is kept from being a NaN.
@@ -29,8 +28,7 @@ VEK_INLINE double doubleMultiplier(int scaleFactor) {
   return m;
 }
 
-// ---- narrow integers as floats
-// -------------------------------------------------------------------------------------------
+// ---- narrow integers as floats -------------------------------------------------------------------------------------
 
 // 16 or 32 elements as packs of floats, in an order that `narrow` undoes.
 VEK_INLINE Group<float, 2> wordsToFloat(Pack<int16_t> a, Pack<int16_t> high) {
@@ -64,8 +62,7 @@ VEK_INLINE Group<T, K> eachPack(F f, Group<T, K> a, Group<T, K> b) {
   return out;
 }
 
-// ---- integer quotients
-// ---------------------------------------------------------------------------------------------------
+// ---- integer quotients ---------------------------------------------------------------------------------------------
 
 // What an element divided by zero gives.
 template <class T>
@@ -130,8 +127,7 @@ VEK_INLINE VekStatus divideByConstant(const T* src, T val, T* dst, int len, int 
   return vekStsNoErr;
 }
 
-// ---- floats
-// ----------------------------------------------------------------------------------------------------------
+// ---- floats --------------------------------------------------------------------------------------------------------
 
 VEK_INLINE Pack<float> undefined() { return bits<float>(broadcast(uint32_t(0xFFC00000))); }
 

@@ -39,8 +39,7 @@ VEK_INLINE VekStatus multiplyRealComplex(const Vek32s* a, const Vek32sc* b, Vek3
   return vekStsNoErr;
 }
 
-// ---- the low half of the product
-// ----------------------------------------------------------------------------------------
+// ---- the low half of the product -----------------------------------------------------------------------------------
 
 // The end of the range that has the sign of a * b, or 0.
 VEK_INLINE Pack<int32_t> productSaturation(Pack<int32_t> a, Pack<int32_t> b) {

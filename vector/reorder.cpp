@@ -61,8 +61,7 @@ VEK_INLINE VekStatus flip(const T* src, T* dst, int len) {
   return vekStsNoErr;
 }
 
-// ---- bytes
-// ------------------------------------------------------------------------------------------------------------
+// ---- bytes ---------------------------------------------------------------------------------------------------------
 
 template <class T>
 VEK_INLINE Pack<T> swapBytes(Pack<T> x) {
@@ -110,8 +109,7 @@ VEK_INLINE VekStatus swapBytes24(const Vek8u* src, Vek8u* dst, int len) {
   return vekStsNoErr;
 }
 
-// ---- complex vectors
-// ----------------------------------------------------------------------------------------------------
+// ---- complex vectors -----------------------------------------------------------------------------------------------
 
 VEK_INLINE Two<float> loadSplit(const Vek32fc* s) {
   return deinterleave(load(parts(s)), load(parts(s) + Pack<float>::lanes));

@@ -76,8 +76,7 @@ VEK_INLINE Pack<T> roundShift(Pack<T> r, const RightShift<T>& s) {
   return (u + ((u >> s.count) & s.one)) >> s.count;
 }
 
-// ---- bytes in 16-bit lanes
-// --------------------------------------------------------------------------------------------
+// ---- bytes in 16-bit lanes -----------------------------------------------------------------------------------------
 
 template <int Short, int ZeroFrom, int DeepFrom = ZeroFrom>
 struct ByteScaled {
@@ -95,8 +94,7 @@ VEK_INLINE Pack<uint8_t> narrowBytes(Pack<uint16_t> a, Pack<uint16_t> b) {
   return narrowInHalves<uint8_t>(bits<int16_t>(a), bits<int16_t>(b));
 }
 
-// ---- 64-bit results
-// ---------------------------------------------------------------------------------------------------
+// ---- 64-bit results ------------------------------------------------------------------------------------------------
 
 // Eight 64-bit values: those of the even and of the odd 32-bit lanes.
 struct Wide {
@@ -150,8 +148,7 @@ struct WideShift {
   VEK_INLINE Wide roundFull(Wide w) const { return {roundFull(w.even), roundFull(w.odd)}; }
 };
 
-// ---- the choice of the case
-// -------------------------------------------------------------------------------------------
+// ---- the choice of the case ----------------------------------------------------------------------------------------
 
 // `map` runs a functor on packs over the vectors of the call, of which dst is the destination; Op::Scale holds the
 // constants of a positive factor.

@@ -168,8 +168,7 @@ VEK_INLINE Pack<D> narrowWrapped(Pack<S> a, Pack<S> b) {
   return deinterleave(bits<D>(a), bits<D>(b)).a;
 }
 
-// ---- integers and floats
-// ---------------------------------------------------------------------------------------------
+// ---- integers and floats -------------------------------------------------------------------------------------------
 
 VEK_INLINE Pack<float> toFloat(Pack<int32_t> a) {
   if constexpr (kAvx) {
@@ -259,8 +258,7 @@ VEK_INLINE Pack<int32_t> toInt32Truncated(Group<double, 2> a) {
   return fromHalves<int32_t>(doubleToInt32Truncated(a.p[0]), doubleToInt32Truncated(a.p[1]));
 }
 
-// ---- rounding to integral floats
-// --------------------------------------------------------------------------------------
+// ---- rounding to integral floats -----------------------------------------------------------------------------------
 
 template <int Mode, class T>
 VEK_INLINE Pack<T> roundWith(Pack<T> a) {

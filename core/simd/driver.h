@@ -6,7 +6,7 @@
 #ifndef VEK_CORE_SIMD_DRIVER_H
 #define VEK_CORE_SIMD_DRIVER_H
 
-#include "core/simd/pack.h"
+#include "core/simd/compare.h"
 #include "vek/types.h"
 
 namespace vek::VEK_SLOT {

@@ -3,7 +3,7 @@
 #ifndef VEK_CORE_SIMD_SHUFFLE_H
 #define VEK_CORE_SIMD_SHUFFLE_H
 
-#include "core/simd/pack.h"
+#include "core/simd/compare.h"
 
 namespace vek::VEK_SLOT {
 namespace {

@@ -4,8 +4,8 @@
 #ifndef VEK_CORE_SIMD_TRIG_H
 #define VEK_CORE_SIMD_TRIG_H
 
+#include "core/simd/compare.h"
 #include "core/simd/convert.h"
-#include "core/simd/pack.h"
 
 namespace vek::VEK_SLOT {
 namespace {
