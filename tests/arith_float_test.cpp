@@ -110,4 +110,26 @@ TEST_F(FloatArithmetic, Complex) {
   }
 }
 
+// The one NaN among the operands of a complex product keeps its sign and payload in both parts.
+TEST(ComplexProduct, OneNan) {
+  inEverySlot([&](int) {
+    for (uint32_t nan : {0x7FC00001u, 0xFFC12345u})
+      for (int len : {1, 3, 4, 7, 33})
+        for (int part = 0; part < 4; ++part) {
+          std::vector<Vek32fc> a(len, {2, -3}), b(len, {-5, 7}), d(len), sum(len, {1, 1}), square(len);
+          memcpy(&(part < 2 ? &a : &b)->at(len - 1).re + part % 2, &nan, sizeof nan);
+          ASSERT_EQ(veksMul_32fc(a.data(), b.data(), d.data(), len), vekStsNoErr);
+          ASSERT_EQ(veksAddProduct_32fc(a.data(), b.data(), sum.data(), len), vekStsNoErr);
+          ASSERT_EQ(veksSqr_32fc((part < 2 ? a : b).data(), square.data(), len), vekStsNoErr);
+          for (const Vek32fc z : {d[len - 1], sum[len - 1], square[len - 1]}) {
+            uint32_t got[2];
+            memcpy(got, &z, sizeof got);
+            // The square of (NaN, y) has x * y twice and y * y once: both parts are the NaN.
+            ASSERT_EQ(got[0], nan) << "part " << part << " len " << len;
+            ASSERT_EQ(got[1], nan) << "part " << part << " len " << len;
+          }
+        }
+  });
+}
+
 }  // namespace

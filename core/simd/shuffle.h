@@ -168,7 +168,7 @@ VEK_INLINE Pack<T> loadTwice(const T* p) {
   }
 }
 
-// Even lanes a - b, odd lanes a + b.
+// Even lanes a - b, odd lanes a + b. Nothing is negated: a NaN in b would change its sign.
 template <class T>
 VEK_INLINE Pack<T> addSubtract(Pack<T> a, Pack<T> b) {
   static_assert(kFloat<T>);
@@ -180,7 +180,9 @@ VEK_INLINE Pack<T> addSubtract(Pack<T> a, Pack<T> b) {
       } else if constexpr (kSse3) {
         return regCast<Reg>(_mm_addsub_ps((__m128)a.r[i], (__m128)b.r[i]));
       } else {
-        return a.r[i] + regCast<Reg>(_mm_xor_ps((__m128)b.r[i], _mm_setr_ps(-0.0f, 0.0f, -0.0f, 0.0f)));
+        const __m128 odd = (__m128)_mm_setr_epi32(0, -1, 0, -1);
+        const __m128 sum = (__m128)(a.r[i] + b.r[i]), difference = (__m128)(a.r[i] - b.r[i]);
+        return regCast<Reg>(_mm_or_ps(_mm_andnot_ps(odd, difference), _mm_and_ps(odd, sum)));
       }
     } else {
       if constexpr (sizeof(Reg) == 32) {
@@ -188,7 +190,7 @@ VEK_INLINE Pack<T> addSubtract(Pack<T> a, Pack<T> b) {
       } else if constexpr (kSse3) {
         return regCast<Reg>(_mm_addsub_pd((__m128d)a.r[i], (__m128d)b.r[i]));
       } else {
-        return a.r[i] + regCast<Reg>(_mm_xor_pd((__m128d)b.r[i], _mm_setr_pd(-0.0, 0.0)));
+        return regCast<Reg>(_mm_move_sd((__m128d)(a.r[i] + b.r[i]), (__m128d)(a.r[i] - b.r[i])));
       }
     }
   });
