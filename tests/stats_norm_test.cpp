@@ -368,4 +368,17 @@ TEST(DotProd, ScaledIntegers) {
   EXPECT_EQ(r, 1 << 30);
 }
 
+// A number times its conjugate is real: both products of the imaginary part are rounded, or neither is.
+TEST(DotProd, ConjugatesGiveNoImaginaryPart) {
+  for (int n = 1; n <= 9; ++n) {
+    std::vector<Vek32sc> x = randomVector<Vek32sc>(n), y = x;
+    for (int i = 0; i < n; ++i) y[i] = {x[i].re, -(x[i].im |= 1)};
+    inEverySlot([&](int) {
+      Vek32sc r;
+      ASSERT_EQ(veksDotProd_32sc_Sfs(x.data(), y.data(), n, &r, 0), vekStsNoErr);
+      ASSERT_EQ(r.im, 0) << n;
+    });
+  }
+}
+
 }  // namespace
