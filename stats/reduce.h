@@ -64,12 +64,6 @@ struct Square {
     return fusedMulAdd(x, x, sum);
   }
 };
-struct Product {
-  template <class V>
-  VEK_INLINE V operator()(V sum, V x, V y) const {
-    return fusedMulAdd(x, y, sum);
-  }
-};
 struct DiffMagnitude {
   template <class V>
   VEK_INLINE V operator()(V sum, V x, V y) const {

@@ -367,4 +367,35 @@ TEST(DotProd, ScaledIntegers) {
   EXPECT_EQ(r, 1 << 30);
 }
 
+// A number times its conjugate is real: both products of the imaginary part are rounded, or neither is.
+TEST(DotProd, ConjugatesGiveNoImaginaryPart) {
+  for (int n = 1; n <= 9; ++n) {
+    std::vector<Vek32sc> x = randomVector<Vek32sc>(n), y = x;
+    for (int i = 0; i < n; ++i) y[i] = {x[i].re, -(x[i].im |= 1)};
+    inEverySlot([&](int) {
+      Vek32sc r;
+      ASSERT_EQ(veksDotProd_32sc_Sfs(x.data(), y.data(), n, &r, 0), vekStsNoErr);
+      ASSERT_EQ(r.im, 0) << n;
+    });
+  }
+}
+
+// Products above 2^53, rounded alike before they are added, cancel.
+TEST(DotProd, OppositeProductsCancel) {
+  const std::vector<int32_t> x(8, INT32_MAX),
+      y = {INT32_MAX, INT32_MAX, INT32_MAX, INT32_MAX, -INT32_MAX, -INT32_MAX, -INT32_MAX, -INT32_MAX};
+  std::vector<Vek32sc> a(8), b(8);
+  for (int i = 0; i < 8; ++i) a[i] = {x[i], x[i] - 2}, b[i] = {y[i], y[i]};
+  inEverySlot([&](int) {
+    int32_t r;
+    Vek32sc c, m;
+    ASSERT_EQ(veksDotProd_32s_Sfs(x.data(), y.data(), 8, &r, 0), vekStsNoErr);
+    ASSERT_EQ(veksDotProd_32sc_Sfs(a.data(), b.data(), 8, &c, 0), vekStsNoErr);
+    ASSERT_EQ(veksDotProd_32s32sc_Sfs(x.data(), b.data(), 8, &m, 0), vekStsNoErr);
+    ASSERT_EQ(r, 0);
+    ASSERT_TRUE(sameBits(c, Vek32sc{0, 0}));
+    ASSERT_TRUE(sameBits(m, Vek32sc{0, 0}));
+  });
+}
+
 }  // namespace

@@ -216,8 +216,8 @@ VEK_API VekStatus veksDotProd_32f32fc64fc(const Vek32f* pSrc1, const Vek32fc* pS
 /**
  * @name Scaled integer dot products
  * The sum of products in double, times 2^-scaleFactor with scaleFactor clamped to [-31, 93], saturated to 32 bits and
- * rounded to nearest, ties to even; complex results part by part. Rounded: products are formed and added in double, and
- * a product or sum above 2^53 is not exact. Below that bound the result is.
+ * rounded to nearest, ties to even; complex results part by part. Rounded: products are formed, rounded and added in
+ * double in every slot, never fused, and a product or sum above 2^53 is not exact. Below that bound the result is.
  */
 /**@{*/
 VEK_API VekStatus veksDotProd_32s_Sfs(const Vek32s* pSrc1, const Vek32s* pSrc2, int len, Vek32s* pDp, int scaleFactor);
