@@ -126,7 +126,7 @@ template <class K, class State>
 VEK_INLINE VekStatus filter(const typename K::Sample* src, typename K::Sample* dst, int len, State* state) {
   if (const VekStatus e = checkVectors(len, src, dst, state)) return e;
   IirState& s = *reinterpret_cast<IirState*>(state);
-  if (s.id != K::orderId && s.id != K::biquadId) return vekStsContextMatchErr;
+  if (s.id != K::orderId && s.id != K::biquadId && s.id != K::otherId) return vekStsContextMatchErr;
   if constexpr (kIirBlocks) {
     if (s.tables && len >= kFewSamples) {
       if constexpr (!kComplex<typename K::Sample>) {

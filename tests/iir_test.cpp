@@ -376,6 +376,23 @@ TYPED_TEST(Iir, Refusals) {
   });
 }
 
+TEST(IirIds, FurtherIdOfTheRealKind) {
+  inEverySlot([](int) {
+    const float taps[] = {1, 0, 1, -1};
+    for (int n : {4, 40}) {
+      VeksIIRState_32f* s = nullptr;
+      ASSERT_EQ(veksIIRInitAlloc_32f(&s, taps, 1, nullptr), vekStsNoErr);
+      const uint32_t id = 0x49493239;
+      memcpy(s, &id, sizeof id);
+      std::vector<float> x(size_t(n), 1.0f), y(x);
+      EXPECT_EQ(veksIIR_32f(x.data(), y.data(), n, s), vekStsNoErr);
+      EXPECT_EQ(y.back(), float(n));
+      EXPECT_EQ(veksIIROne_32f(1, y.data(), s), vekStsContextMatchErr);
+      EXPECT_EQ(veksIIRFree_32f(s), vekStsNoErr);
+    }
+  });
+}
+
 TEST(IirBiquad, RefusesSectionsThatCannotBeNormalised) {
   inEverySlot([](int) {
     VeksIIRState_32f* s = nullptr;
