@@ -163,7 +163,7 @@ VEK_INLINE VekStatus filter(const Data* pSrc, Data* pDst, int numIters, State* p
   const float* const src = reinterpret_cast<const float*>(pSrc);
   float* const dst = reinterpret_cast<float*>(pDst);
   if (state->id == Kind::single) return runSingleRate<Kind>(state, src, dst, numIters);
-  if (state->id == Kind::multi) return runMultiRate(Kind(), state, src, dst, numIters);
+  if (Kind::isMulti(state->id)) return runMultiRate(Kind(), state, src, dst, numIters);
   return vekStsContextMatchErr;
 }
 

@@ -116,7 +116,7 @@ template <class Kind, class State>
 VEK_INLINE VekStatus freeState(State* pState) {
   FirState* const state = reinterpret_cast<FirState*>(pState);
   if (!state) return vekStsNullPtrErr;
-  if (state->id != Kind::single && state->id != Kind::multi) return vekStsContextMatchErr;
+  if (state->id != Kind::single && !Kind::isMulti(state->id)) return vekStsContextMatchErr;
   if (state->ownsMemory) {
     state->id = 0;
     release(state);

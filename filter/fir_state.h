@@ -41,6 +41,10 @@ struct FirKindOf {
   using T = Element;
   static constexpr int C = Parts;
   static constexpr uint32_t single = Single, multi = Multi;
+  // The real single-precision kind knows its multi-rate states by two more ids, "FI33" and "FI34".
+  static VEK_INLINE bool isMulti(uint32_t id) {
+    return id == Multi || (Multi == 0x46493033 && (id == 0x46493333 || id == 0x46493334));
+  }
   static constexpr int fftTaps = FftTaps, fftCall = FftCall;
   static constexpr int64_t bytes = C * int64_t(sizeof(T));  // of a tap
 };

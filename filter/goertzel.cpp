@@ -180,6 +180,12 @@ VEK_NOINLINE void transform(const T* src, ptrdiff_t n, const Vek32f* freq, Vek32
   } else {
     evaluate<F, 8 / F, F == 1 ? 4 : 3>(src, n, w, z);
   }
+  if constexpr (!kStatedOrder) {
+    // An infinity among the samples turns into infinities and NaNs by the order of the operations.
+    for (int f = 0; f < F; ++f) {
+      if (!__builtin_isfinite(z[f].re) || !__builtin_isfinite(z[f].im)) z[f] = recurrence(src, n, w[f]);
+    }
+  }
   for (int f = 0; f < F; ++f) val[f] = {float(z[f].re), float(z[f].im)};
 }
 

@@ -39,7 +39,7 @@ VEK_INLINE VekStatus normalise(V* to, const Coef* taps, int64_t order, bool biqu
   return vekStsNoErr;
 }
 
-template <class V>
+template <class K, class V = typename K::Value>
 VEK_INLINE double* tablesFor(const IirState& s, double* tables) {
   if (!kIirBlocks || section<V>(s, 0).order > kBlockMaxOrder) return nullptr;
   if constexpr (kIirBlocks) {
@@ -50,6 +50,8 @@ VEK_INLINE double* tablesFor(const IirState& s, double* tables) {
     for (int i = 0; i < sections(s); ++i) {
       const Section<V> q = section<V>(s, i);
       if (!buildTable(t, q)) return nullptr;
+      // Coefficients in single precision lose more in the recursion itself.
+      if (kSame<typename K::Coef, V> && !keepsPrecision(t, q)) return nullptr;
       t += 4 * tablePacks(kParts<V>, q.order);
     }
   }
@@ -78,7 +80,7 @@ VEK_INLINE VekStatus buildState(IirState** state, const typename K::Coef* taps, 
     V* to = static_cast<V*>(s->coefs) + i * (2 * order + 1);
     if (const VekStatus e = normalise(to, taps + i * 2 * (order + 1), order, numBq != 0)) return e;
   }
-  s->tables = tablesFor<V>(*s, reinterpret_cast<double*>(start + at.tables));
+  s->tables = tablesFor<K>(*s, reinterpret_cast<double*>(start + at.tables));
   *state = s;
   return vekStsNoErr;
 }
@@ -126,7 +128,7 @@ template <class K, class State>
 VEK_INLINE VekStatus filter(const typename K::Sample* src, typename K::Sample* dst, int len, State* state) {
   if (const VekStatus e = checkVectors(len, src, dst, state)) return e;
   IirState& s = *reinterpret_cast<IirState*>(state);
-  if (s.id != K::orderId && s.id != K::biquadId) return vekStsContextMatchErr;
+  if (s.id != K::orderId && s.id != K::biquadId && s.id != K::otherId) return vekStsContextMatchErr;
   if constexpr (kIirBlocks) {
     if (s.tables && len >= kFewSamples) {
       if constexpr (!kComplex<typename K::Sample>) {

@@ -81,6 +81,41 @@ VEK_INLINE bool buildTable(double* table, Section<V> s) {
   return finite;
 }
 
+VEK_INLINE double sizeOf(double x) { return __builtin_fabs(x); }
+VEK_INLINE double sizeOf(Vek64fc x) { return __builtin_fabs(x.re) + __builtin_fabs(x.im); }
+
+// Where poles crowd, the factors of past outputs grow far beyond the coefficients and cancel. What a block then loses
+// is about 2^-53 times the largest sum of a row's factors, times the sum of the impulse response of 1/A(z), through
+// which every rounding passes. True if that stays within the rounding of the results to single precision.
+constexpr double kMostGrowth = 134217728;  // 2^27
+template <class V>
+VEK_INLINE bool keepsPrecision(const double* table, Section<V> s) {
+  constexpr int parts = kParts<V>, mostSamples = 4096, stretch = 64;
+  if (s.order <= 2) return true;
+  const double* past = table + 4 * (lowColumns(parts) + highColumns(parts));
+  double rows = 1;
+  for (int r = 0; r < kBlockReals; ++r) {
+    double sum = 0;
+    for (int c = 0; c < s.order * parts; ++c) sum += __builtin_fabs(past[8 * c + r]);
+    rows = sum > rows ? sum : rows;
+  }
+  V h[kBlockMaxOrder] = {};  // the last outputs, at the sample's number modulo the length
+  double total = 0, before = -1;
+  for (int n = 0; n < mostSamples; ++n) {
+    V y = V{};
+    if (n == 0) setOne(y);
+    for (int i = 1; i <= s.order && i <= n; ++i) y = y - s.a[i - 1] * h[(n - i) % kBlockMaxOrder];
+    h[n % kBlockMaxOrder] = y;
+    total += sizeOf(y);
+    if (n % stretch == stretch - 1) {
+      if (!(rows * total <= kMostGrowth)) return false;
+      if (total - before <= 1e-3 * total) return true;
+      before = total;
+    }
+  }
+  return true;
+}
+
 // ---- one section --------------------------------------------------------------------------------------------------
 
 VEK_INLINE Pack<double> numerator(const double* x, const double* b, int order) {

@@ -78,9 +78,10 @@ struct Family {
   void* spec = nullptr;
   bool forward;
   explicit Family(bool f) : forward(f) {}
-  VekStatus init(int len, Vek8u* buffer) {
-    return forward ? veksDCTFwdInit_32f((VeksDCTFwdSpec_32f**)&spec, len, vekAlgHintNone, buffer, nullptr)
-                   : veksDCTInvInit_32f((VeksDCTInvSpec_32f**)&spec, len, vekAlgHintNone, buffer, nullptr);
+  VekStatus init(int len, Vek8u* buffer) { return initBy(len, buffer, isPow2(len) && len >= 2048 ? buffer : nullptr); }
+  VekStatus initBy(int len, Vek8u* buffer, Vek8u* initBuffer) {
+    return forward ? veksDCTFwdInit_32f((VeksDCTFwdSpec_32f**)&spec, len, vekAlgHintNone, buffer, initBuffer)
+                   : veksDCTInvInit_32f((VeksDCTInvSpec_32f**)&spec, len, vekAlgHintNone, buffer, initBuffer);
   }
   VekStatus initAlloc(int len) {
     return forward ? veksDCTFwdInitAlloc_32f((VeksDCTFwdSpec_32f**)&spec, len, vekAlgHintFast)
@@ -177,6 +178,7 @@ TEST(Dct, RefusesInTheStatedOrder) {
       EXPECT_EQ(f.init(67108863, nullptr), vekStsNullPtrErr);
       EXPECT_EQ(f.initAlloc(33554433), vekStsSizeErr);
       EXPECT_EQ(f.init(16, nullptr), vekStsNullPtrErr);
+      EXPECT_EQ(f.initBy(2048, buffer, nullptr), vekStsNullPtrErr);
       EXPECT_EQ(f.spec, nullptr);
       ASSERT_EQ(f.init(16, buffer), vekStsNoErr);
       EXPECT_EQ(f.run(nullptr, y, nullptr), vekStsNullPtrErr);

@@ -196,4 +196,20 @@ TYPED_TEST(MultiRate, StatusesInOrderAndMemory) {
   });
 }
 
+TEST(MultiRateIds, FurtherIdsOfTheRealKind) {
+  const float taps[] = {1, 2, 4}, x[] = {1, 0};
+  inEverySlot([&](int) {
+    for (uint32_t id : {0x46493333u, 0x46493334u}) {
+      VeksFIRState_32f* state = nullptr;
+      ASSERT_EQ(veksFIRMRInitAlloc_32f(&state, taps, 3, 2, 0, 1, 0, nullptr), vekStsNoErr);
+      memcpy(state, &id, sizeof id);
+      float y[4];
+      EXPECT_EQ(veksFIR_32f(x, y, 2, state), vekStsNoErr);
+      EXPECT_TRUE(y[0] == 1 && y[1] == 2 && y[2] == 4 && y[3] == 0);
+      EXPECT_EQ(veksFIROne_32f(1, y, state), vekStsContextMatchErr);
+      EXPECT_EQ(veksFIRFree_32f(state), vekStsNoErr);
+    }
+  });
+}
+
 }  // namespace

@@ -376,6 +376,53 @@ TYPED_TEST(Iir, Refusals) {
   });
 }
 
+// Poles that crowd next to 1: a low-pass of many orders, whose factors over a block of samples would cancel.
+TEST(Iir64, CrowdedPolesKeepThePrecisionOfTheRecursion) {
+  std::vector<float> x(5000);
+  for (size_t i = 0; i < x.size(); ++i) x[i] = float(std::sin(0.01 * double(i * i % 1000)));
+  for (int order : {4, 6, 8, 12, 16}) {
+    std::vector<Exact> p;
+    for (int k = 0; k < order; ++k) p.push_back(std::polar(order < 12 ? 0.95L : 0.8L, 0.05L * (k - order / 2 + 0.5L)));
+    const std::vector<double> taps = tapsFromPoles<double>(p);
+    const std::vector<Number<double>> want =
+        recursion<double>(Filter<double>{order, 0, taps, std::vector<double>(size_t(order))}, x);
+    const std::vector<Number<long double>> exactly =
+        recursion<long double>(Filter<double>{order, 0, taps, std::vector<double>(size_t(order))}, x);
+    double most = 0, lost = 0;
+    for (size_t i = 0; i < x.size(); ++i) {
+      most = std::max(most, std::abs(want[i].re));
+      lost = std::max(lost, double(std::abs(want[i].re - exactly[i].re)));
+    }
+    inEverySlot([&](int slot) {
+      VeksIIRState64f_32f* s = nullptr;
+      ASSERT_EQ(veksIIRInitAlloc64f_32f(&s, taps.data(), order, nullptr), vekStsNoErr);
+      std::vector<float> y(x.size());
+      ASSERT_EQ(veksIIR64f_32f(x.data(), y.data(), int(x.size()), s), vekStsNoErr);
+      double worst = 0;
+      for (size_t i = 0; i < x.size(); ++i) worst = std::max(worst, std::abs(y[i] - want[i].re));
+      EXPECT_LE(worst, 1.2e-7 * most + 2 * lost) << order << " slot " << slot;
+      EXPECT_EQ(veksIIRFree64f_32f(s), vekStsNoErr);
+    });
+  }
+}
+
+TEST(IirIds, FurtherIdOfTheRealKind) {
+  inEverySlot([](int) {
+    const float taps[] = {1, 0, 1, -1};
+    for (int n : {4, 40}) {
+      VeksIIRState_32f* s = nullptr;
+      ASSERT_EQ(veksIIRInitAlloc_32f(&s, taps, 1, nullptr), vekStsNoErr);
+      const uint32_t id = 0x49493239;
+      memcpy(s, &id, sizeof id);
+      std::vector<float> x(size_t(n), 1.0f), y(x);
+      EXPECT_EQ(veksIIR_32f(x.data(), y.data(), n, s), vekStsNoErr);
+      EXPECT_EQ(y.back(), float(n));
+      EXPECT_EQ(veksIIROne_32f(1, y.data(), s), vekStsContextMatchErr);
+      EXPECT_EQ(veksIIRFree_32f(s), vekStsNoErr);
+    }
+  });
+}
+
 TEST(IirBiquad, RefusesSectionsThatCannotBeNormalised) {
   inEverySlot([](int) {
     VeksIIRState_32f* s = nullptr;

@@ -151,6 +151,33 @@ TEST(Goertzel, longBlocksStayWithinAnUlp) {
   });
 }
 
+template <class T>
+void checkInfinities(VekStatus (*one)(const T*, int, Vek32fc*, Vek32f),
+                     VekStatus (*two)(const T*, int, Vek32fc*, const Vek32f*)) {
+  const auto alike = [](float a, float b) { return a == b || (std::isnan(a) && std::isnan(b)); };
+  for (int at = 0; at < 40; ++at) {
+    std::vector<T> x = randomVector<T>(40);
+    reinterpret_cast<Vek32f&>(x[size_t(at)]) = at % 2 ? INFINITY : -INFINITY;
+    for (const Vek32f freq : kFrequencies) {
+      const Vek32f pair[] = {0.1f, freq};
+      Vek32fc want = {};
+      inEverySlot([&](int slot) {
+        Vek32fc got[3];
+        ASSERT_EQ(one(x.data(), 40, got, freq), vekStsNoErr);
+        ASSERT_EQ(two(x.data(), 40, got + 1, pair), vekStsNoErr);
+        if (slot == 0) want = got[0];
+        for (const Vek32fc& v : {got[0], got[2]}) {
+          ASSERT_TRUE(alike(v.re, want.re) && alike(v.im, want.im)) << at << " " << freq << " slot " << slot;
+        }
+      });
+    }
+  }
+}
+TEST(Goertzel, infinitiesAreThoseOfTheRecurrence) {
+  checkInfinities(veksGoertz_32f, veksGoertzTwo_32f);
+  checkInfinities(veksGoertz_32fc, veksGoertzTwo_32fc);
+}
+
 TEST(Goertzel, checksAndPlainSum) {
   inEverySlot([](int) {
     const Vek32f x[] = {1, 2, 4};

@@ -17,6 +17,8 @@ constexpr int kLongestAlloc = 33554431;
 
 bool isPow2(int len) { return (len & (len - 1)) == 0; }
 bool isSmall(int len) { return isPow2(len) && len <= 8; }
+// The real transform of these lengths asks for an initialisation buffer. Nothing is put there, but null is refused.
+bool needsInitBuffer(int len) { return isPow2(len) && len >= 2048; }
 
 // ---- sizes ---------------------------------------------------------------------------------------------------------
 
@@ -56,9 +58,10 @@ float reciprocalRoot(float n) {
   return s * -0.5f * (n * s * s - 3);
 }
 
-VekStatus initialise(DctSpec** ppSpec, int len, VekHintAlgorithm hint, uint8_t* buffer, int longest, bool forward) {
+VekStatus initialise(DctSpec** ppSpec, int len, VekHintAlgorithm hint, uint8_t* buffer, const uint8_t* initBuffer,
+                     int longest, bool forward) {
   if (len < 1 || len > (isPow2(len) ? kLongestPow2 : longest)) return vekStsSizeErr;
-  if (!ppSpec || !buffer) return vekStsNullPtrErr;
+  if (!ppSpec || !buffer || (needsInitBuffer(len) && !initBuffer)) return vekStsNullPtrErr;
   DctSpec* spec = reinterpret_cast<DctSpec*>(align64(buffer));
   *spec = DctSpec{};
   spec->len = len;
@@ -89,7 +92,7 @@ VekStatus initialiseAlloc(DctSpec** ppSpec, int len, VekHintAlgorithm hint, bool
   if (!ppSpec) return vekStsNullPtrErr;
   uint8_t* block = static_cast<uint8_t*>(allocate(specBytes(len)));
   if (!block) return vekStsMemAllocErr;
-  if (const VekStatus s = initialise(ppSpec, len, hint, block, kLongestAlloc, forward)) {
+  if (const VekStatus s = initialise(ppSpec, len, hint, block, block, kLongestAlloc, forward)) {
     release(block);
     return s;
   }
@@ -146,12 +149,12 @@ const DctSpec* asSpec(const S* p) {
 }  // namespace
 
 VekStatus veksDCTFwdInit_32f(VeksDCTFwdSpec_32f** ppDCTSpec, int len, VekHintAlgorithm hint, Vek8u* pSpecBuffer,
-                             Vek8u*) {
-  return initialise(asSpec(ppDCTSpec), len, hint, pSpecBuffer, kLongestInit, true);
+                             Vek8u* pInitBuffer) {
+  return initialise(asSpec(ppDCTSpec), len, hint, pSpecBuffer, pInitBuffer, kLongestInit, true);
 }
 VekStatus veksDCTInvInit_32f(VeksDCTInvSpec_32f** ppDCTSpec, int len, VekHintAlgorithm hint, Vek8u* pSpecBuffer,
-                             Vek8u*) {
-  return initialise(asSpec(ppDCTSpec), len, hint, pSpecBuffer, kLongestInit, false);
+                             Vek8u* pInitBuffer) {
+  return initialise(asSpec(ppDCTSpec), len, hint, pSpecBuffer, pInitBuffer, kLongestInit, false);
 }
 VekStatus veksDCTFwdInitAlloc_32f(VeksDCTFwdSpec_32f** ppDCTSpec, int len, VekHintAlgorithm hint) {
   return initialiseAlloc(asSpec(ppDCTSpec), len, hint, true);

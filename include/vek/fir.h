@@ -28,8 +28,8 @@ extern "C" {
  * A state comes from an Init function (inside the caller's memory, nothing to release) or from an InitAlloc function
  * (to be released by the Free function of its kind). Both keep copies of the taps and of the delay line. A state begins
  * with a 32-bit id, four ASCII characters, the first in the highest byte: single-rate "FI01" (32f), "FI02" (32fc),
- * "FI17" (64f), "FI18" (64fc); multi-rate "FI03", "FI04", "FI19", "FI20". Every call on a state changes it: one state
- * serves one thread at a time.
+ * "FI17" (64f), "FI18" (64fc); multi-rate "FI03", "FI04", "FI19", "FI20"; "FI33" and "FI34" are taken for "FI03". Every
+ * call on a state changes it: one state serves one thread at a time.
  *
  * Class: rounded. The order of additions is fixed for a slot, a length and a position in the call, and differs between
  * slots. With S = sum of |taps[k] * x[n-k]|, an output of n taps is within about n * 2^-24 * S of the exact value for

@@ -36,7 +36,7 @@ extern "C" {
  * continues one stream.
  *
  * A state must not be used by two threads at once. It belongs to the variant slot that it was made in, which never
- * changes while a program runs.
+ * changes while a program runs. Filtering and release of the real single-precision kind take the id "II29" too.
  *
  * Block forms follow Burrus, "Block realization of digital filters", IEEE Trans. Audio Electroacoust. 20 (1972).
  * @{

@@ -106,9 +106,9 @@ VEK_API VekStatus veksSampleDown_32fc(const Vek32fc* pSrc, int srcLen, Vek32fc* 
  * running n from len - 1 down to 0, (re, im) becomes (re * c + im * s + x[n], im * c - re * s); a complex x[n] is added
  * to both parts. The result is rounded to single precision once.
  *
- * Class: rounded. The generic slot runs the recurrence as it stands. The others run 16 interleaved recurrences (8 for
- * the complex and the two-frequency forms) and join them, all in double precision: the result is within 1 ulp of single
- * precision of the stated order, unless the terms cancel to less than about len * 1e-9 of their size.
+ * Class: rounded. The generic slot runs the recurrence as it stands; the others join 16 interleaved ones (8 in complex
+ * and two-frequency forms), within 1 ulp of single precision of it unless the terms cancel to less than about
+ * len * 1e-9 of their size, and with its infinities and NaNs.
  * @{
  */
 

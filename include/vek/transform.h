@@ -50,13 +50,13 @@ typedef struct VeksDCTInvSpec_32f VeksDCTInvSpec_32f;
  * | other, below 86            | 16*len + 192               | none                 | 4*len + 64                   |
  * | other, from 86             | 20*P + 8*M + 4*len + 1024  | none                 | 8*P + 64                     |
  *
- * `pInitBuffer` may be null. Longest lengths: 2^27 among the powers of two; 67108863 among the others, 33554431 through
- * InitAlloc.
+ * `pInitBuffer` may be null, but not for powers of two from 2^11 on (nothing is put there). Longest lengths: 2^27 among
+ * the powers of two; 67108863 among the others, 33554431 through InitAlloc.
  *
  * @param ppDCTSpec where the address of the spec is stored
  * @param len       points of the transform
  * @param hint      stored, not used
- * @return in this order: len below 1 or too long #vekStsSizeErr, a null ppDCTSpec or pSpecBuffer #vekStsNullPtrErr, no
+ * @return in this order: len below 1 or too long #vekStsSizeErr, a null pointer where none may be #vekStsNullPtrErr, no
  *         memory (InitAlloc) #vekStsMemAllocErr; else #vekStsNoErr
  * @{
  */
