@@ -275,17 +275,16 @@ template <Extent X, class T>
 VEK_NOINLINE void sweepToSpectra(const T* src, T* dst, int order) {
   const int bits = order - 8;
   const int64_t row = int64_t(1) << (order - kLeafBits), half = int64_t(1) << (bits - 1);
-  const bool far = row * int64_t(sizeof(T)) >= kFarRows;
   TileCopy<T> copy;
   forTiles(bits, [&](int64_t q, int64_t reversed) VEK_LAMBDA {
     Tile<T> t{src + kLeaf * q, row, dst + kLeaf * reversed, row, q >= half};
     if (src == dst && q > reversed) return;
-    if (src == dst || far) {
+    if (src == dst) {
       copy.take(t.from, row, X == kWhole ? kLeaf : kLeaf / 2);
       t.from = copy.at, t.fromStep = kLeaf;
-    }
-    if (src == dst && q != reversed) {
-      samplesToSpectra<X, 16, false, T>({dst + kLeaf * reversed, row, dst + kLeaf * q, row, reversed >= half});
+      if (q != reversed) {
+        samplesToSpectra<X, 16, false, T>({dst + kLeaf * reversed, row, dst + kLeaf * q, row, reversed >= half});
+      }
     }
     samplesToSpectra<X, 16, false, T>(t);
   });
