@@ -142,7 +142,10 @@ VEK_INLINE void leafInverse(const LeafSpectrum<T>& from, Reg<T> scale, Reg<T> (&
   Complex<T> y[4];
   constexpr int element[] = {1, 5, 7, 3};
   part<2>(
-      kLeafRoots<T>.at, [&](int i) VEK_LAMBDA { return Complex<T>{re[element[i]], im[element[i]]}; },
+      kLeafRoots<T>.at,
+      [&](int i) VEK_LAMBDA {
+        return Complex<T>{re[element[i]], im[element[i]]};
+      },
       [&](int i, Complex<T> z) VEK_LAMBDA { y[i] = z; });
   const Reg<T> even = (re[0] + im[0]) * scale, odd = (re[0] - im[0]) * scale;
   const Reg<T> a = mulAdd<T>(twice, re[4], even), c = negMulAdd<T>(twice, re[4], even);
@@ -221,8 +224,8 @@ VEK_NOINLINE void spectraToSamples(Tile<T> t, T scale) {
       Reg<T> re[L], im[L];
 #pragma GCC unroll 8
       for (int p = 0; p < L; ++p) {
-        const Complex<T> z = loadBlock<T>(
-            leafBlock<Width, Single>(const_cast<T*>(t.from), t.fromStep, t.second, c + p, b));
+        const Complex<T> z =
+            loadBlock<T>(leafBlock<Width, Single>(const_cast<T*>(t.from), t.fromStep, t.second, c + p, b));
         re[p] = z.re, im[p] = z.im;
       }
       transpose<T>(re);
@@ -312,7 +315,7 @@ template <Extent X, int Width, class T>
 VEK_NOINLINE void singleToSpectra(const T* src, T* dst) {
   TileCopy<T> copy;
   if (src == dst) copy.take(src, kLeaf, X == kWhole ? Width : Width / 2);
-  samplesToSpectra<X, Width, true, T>({src == dst ? copy.at   : src, Width, dst, kLeaf, false});
+  samplesToSpectra<X, Width, true, T>({src == dst ? copy.at : src, Width, dst, kLeaf, false});
 }
 template <int Width, class T>
 VEK_NOINLINE void singleToSamples(T* data, T scale) {
