@@ -293,20 +293,22 @@ VEK_NOINLINE void sweepToSpectra(const T* src, T* dst, int order) {
   });
 }
 template <class T>
-VEK_NOINLINE void sweepToSamples(T* data, int order, T scale) {
+VEK_NOINLINE void sweepToSamples(const T* src, T* dst, int order, T scale) {
   const int bits = order - 8;
   const int64_t row = int64_t(1) << (order - kLeafBits), half = int64_t(1) << (bits - 1);
   const bool far = row * int64_t(sizeof(T)) >= kFarRows;
   TileCopy<T> first, second;
   forTiles(bits, [&](int64_t q, int64_t reversed) VEK_LAMBDA {
+    const T *const a = src + kLeaf * q, *const b = src + kLeaf * reversed;
+    T* const to = dst + kLeaf * q;
+    if (src != dst) return spectraToSamples<16, false, T>({b, row, to, row, q >= half}, scale);
     if (q > reversed) return;
-    T *const a = data + kLeaf * q, *const b = data + kLeaf * reversed;
     spectraToSamples<16, false, T>({a, row, first.at, kLeaf, reversed >= half}, scale);
     if (a != b) {
-      spectraToSamples<16, false, T>({b, row, far ? second.at : a, far ? kLeaf : row, q >= half}, scale);
-      if (far) second.give(a, row);
+      spectraToSamples<16, false, T>({b, row, far ? second.at : to, far ? kLeaf : row, q >= half}, scale);
+      if (far) second.give(to, row);
     }
-    first.give(b, row);
+    first.give(dst + kLeaf * reversed, row);
   });
 }
 
@@ -318,10 +320,8 @@ VEK_NOINLINE void singleToSpectra(const T* src, T* dst) {
   samplesToSpectra<X, Width, true, T>({src == dst ? copy.at : src, Width, dst, kLeaf, false});
 }
 template <int Width, class T>
-VEK_NOINLINE void singleToSamples(T* data, T scale) {
-  TileCopy<T> copy;
-  copy.take(data, kLeaf, Width);
-  spectraToSamples<Width, true, T>({copy.at, kLeaf, data, Width, false}, scale);
+VEK_NOINLINE void singleToSamples(const T* src, T* dst, T scale) {
+  spectraToSamples<Width, true, T>({src, kLeaf, dst, Width, false}, scale);
 }
 
 template <Extent X, class T>
@@ -330,11 +330,12 @@ VEK_INLINE void toLeaves(const T* src, T* dst, int order) {
   if (order == 8) return singleToSpectra<X, 16>(src, dst);
   sweepToSpectra<X>(src, dst, order);
 }
+// In place only from order 9 on.
 template <class T>
-VEK_INLINE void fromLeaves(T* data, int order, T scale) {
-  if (order == 7) return singleToSamples<8>(data, scale);
-  if (order == 8) return singleToSamples<16>(data, scale);
-  sweepToSamples(data, order, scale);
+VEK_INLINE void fromLeaves(const T* src, T* dst, int order, T scale) {
+  if (order == 7) return singleToSamples<8>(src, dst, scale);
+  if (order == 8) return singleToSamples<16>(src, dst, scale);
+  sweepToSamples(src, dst, order, scale);
 }
 
 }  // namespace

@@ -310,11 +310,22 @@ VEK_NOINLINE void realForward(const T* src, T* dst, int order, const T* table) {
   const RealJoiner<kForward, O, T> joiner(order, table);
   joiner.run(joiner.passes.count - 1, dst, dst, false);
 }
+// Short transforms have room for the leaves beside the destination, which spares the exchange of tiles.
+constexpr int64_t kApartBytes = 16384;
+
+template <Output O, class T>
+VEK_NOINLINE void realInverseApart(const T* src, T* dst, int order, const T* table, T scale) {
+  alignas(64) T leaves[kApartBytes / sizeof(T)];
+  const RealJoiner<kInverse, O, T> joiner(order, table);
+  joiner.run(joiner.passes.count - 1, src, leaves, false);
+  fromLeaves(leaves, dst, order, scale);
+}
 template <Output O, class T>
 VEK_NOINLINE void realInverse(const T* src, T* dst, int order, const T* table, T scale) {
+  if (int64_t(sizeof(T)) << order <= kApartBytes) return realInverseApart<O>(src, dst, order, table, scale);
   const RealJoiner<kInverse, O, T> joiner(order, table);
   joiner.run(joiner.passes.count - 1, src, dst, false);
-  fromLeaves(dst, order, scale);
+  fromLeaves(dst, dst, order, scale);
 }
 
 // The roots that the spec holds.
