@@ -24,24 +24,32 @@ void plainDct(const float* x, float* y, const float* cosines, size_t n, bool for
   }
 }
 
-Contenders contenders(size_t n, bool forward) {
-  Array<float> x = vekbench::uniform<float>(n, -1, 1), y(n);
-  Array<Vek8u> work(64 * n + 40000);
-  VeksDCTFwdSpec_32f* fwd = nullptr;
-  VeksDCTInvSpec_32f* inv = nullptr;
-  Contenders rows;
-  // Each slot's copy of the row makes its own spec at the first call: a spec belongs to the slot that built it.
-  if (forward) {
-    rows.push_back({"vek", [=]() mutable {
-                      if (!fwd) veksDCTFwdInitAlloc_32f(&fwd, int(n), vekAlgHintNone);
-                      veksDCTFwd_32f(x.data(), y.data(), fwd, work.data());
-                    }});
-  } else {
-    rows.push_back({"vek", [=]() mutable {
-                      if (!inv) veksDCTInvInitAlloc_32f(&inv, int(n), vekAlgHintNone);
-                      veksDCTInv_32f(x.data(), y.data(), inv, work.data());
-                    }});
+// A spec belongs to the slot that built it; it is made before anything is timed.
+void ownRows(const std::string& workload, size_t n, bool forward) {
+  for (auto& [label, slot] : vekbench::slotsToTime()) {
+    vek::setSlotForTest(slot);
+    Array<float> x = vekbench::uniform<float>(n, -1, 1), y(n);
+    Array<Vek8u> work(64 * n + 40000);
+    VeksDCTFwdSpec_32f* fwd = nullptr;
+    VeksDCTInvSpec_32f* inv = nullptr;
+    if (forward) {
+      veksDCTFwdInitAlloc_32f(&fwd, int(n), vekAlgHintNone);
+    } else {
+      veksDCTInvInitAlloc_32f(&inv, int(n), vekAlgHintNone);
+    }
+    vekbench::registerRow(workload + "/" + label, n, slot, [=] {
+      if (forward) {
+        veksDCTFwd_32f(x.data(), y.data(), fwd, work.data());
+      } else {
+        veksDCTInv_32f(x.data(), y.data(), inv, work.data());
+      }
+    });
   }
+}
+
+Contenders others(size_t n, bool forward) {
+  Array<float> x = vekbench::uniform<float>(n, -1, 1), y(n);
+  Contenders rows;
   if (n <= kLongestPlain) {
     Array<float> cosines(n * n);
     for (size_t k = 0; k < n; ++k)
@@ -67,9 +75,12 @@ Contenders contenders(size_t n, bool forward) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  vekbench::rows(
-      "dct_fwd_32f", [](size_t n) { return contenders(n, true); }, kLengths);
-  vekbench::rows(
-      "dct_inv_32f", [](size_t n) { return contenders(n, false); }, kLengths);
+  for (bool forward : {true, false}) {
+    const std::string workload = forward ? "dct_fwd_32f" : "dct_inv_32f";
+    for (size_t n : kLengths) {
+      ownRows(workload, n, forward);
+      vekbench::rows(workload, [=](size_t len) { return others(len, forward); }, {n});
+    }
+  }
   return vekbench::runAll(argc, argv);
 }

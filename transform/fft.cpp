@@ -8,7 +8,7 @@
 namespace vek::VEK_SLOT {
 namespace {
 
-constexpr int kConstantOrder = 10;  // up to here the roots are constants and Init needs no memory
+constexpr int kConstantOrder = 10;  // up to here Init needs no memory
 
 bool isComplex(FftKind kind) { return kind == kFftComplex32 || kind == kFftComplex64; }
 int64_t partSize(FftKind kind) { return kind == kFftReal64 || kind == kFftComplex64 ? 8 : 4; }
@@ -23,6 +23,10 @@ int64_t roundDown64(int64_t bytes) { return bytes & ~int64_t(63); }
 // ---- sizes
 // ------------------------------------------------------------------------------------------------------------ Part of
 // the contract with callers that provide the memory: larger than what these kernels fill.
+
+// From this order up the stated size counts a table of two levels.
+constexpr int kTwoLevelOrder = 19;
+constexpr int64_t kFineRoots = 1024;
 
 // log2 of the factor that a transform of 2^m points is split by; 0: no split.
 int splitBits(int m) {
@@ -84,29 +88,22 @@ uint8_t* align64(uint8_t* p) { return p + (-reinterpret_cast<uintptr_t>(p) & 63)
 
 // The tables that are no constants. Apart, because the roots take room on the stack and time.
 template <class T>
-VEK_NOINLINE void computeTables(T* complexTable, T* realTable, int m, int order) {
+VEK_NOINLINE void computeTables(T* table, FftKind kind, int order) {
   const Roots roots(order);
-  makeComplexTable(complexTable, m, roots, order);
-  if (realTable) makeRealTable(realTable, order, roots);
+  if (isComplex(kind)) {
+    makeComplexTable(table, order, roots, order);
+  } else {
+    makeRealTable(table, order, roots);
+  }
 }
 
 template <class T>
 void buildTables(FftSpec* spec, FftKind kind, int order) {
-  const int m = complexOrder(kind, order);
-  T* const complexTable = reinterpret_cast<T*>(align64(reinterpret_cast<uint8_t*>(spec + 1)));
-  T* end = complexTable + complexTableSize<T>(m);
-  T* realTable = nullptr;
-  spec->complexTwiddles = complexTable;
-  if (!isComplex(kind)) {
-    if (const T* constant = constantRealRoots<T>(order)) {
-      spec->realTwiddles = constant;
-    } else {
-      spec->realTwiddles = realTable = end;
-      end += realTableSize(order);
-    }
-  }
-  if (end != complexTable) computeTables(complexTable, realTable, m, order);
-  spec->tableEnd = reinterpret_cast<uint8_t*>(end);
+  T* const table = reinterpret_cast<T*>(align64(reinterpret_cast<uint8_t*>(spec + 1)));
+  const int64_t size = isComplex(kind) ? complexTableSize<T>(order) : realTableSize<T>(order);
+  (isComplex(kind) ? spec->complexTwiddles : spec->realTwiddles) = table;
+  if (size > 0) computeTables(table, kind, order);
+  spec->tableEnd = reinterpret_cast<uint8_t*>(table + size);
 }
 
 void setNorm(FftSpec* spec, int flag, int order) {
@@ -150,14 +147,12 @@ VekStatus realTransform(const T* src, T* dst, const FftSpec* spec) {
     realSmall<D>(src, dst, order, scale);
     return vekStsNoErr;
   }
-  const T* complexRoots = static_cast<const T*>(spec->complexTwiddles);
-  const T* realRoots = static_cast<const T*>(spec->realTwiddles);
+  const T* roots = static_cast<const T*>(spec->realTwiddles);
   if constexpr (D == kForward) {
-    complexTransform<D>(src, dst, order - 1, complexRoots, T(1));
-    recombine<D, T>(dst, dst, order, realRoots, scale);
+    realForward<kInterleaved>(src, dst, order, roots);
+    if (scale != 1) scaleAll(dst, int64_t(1) << order, scale);
   } else {
-    recombine<D>(src, dst, order, realRoots, scale);
-    complexTransform<D>(dst, dst, order - 1, complexRoots, scale);
+    realInverse<kInterleaved>(src, dst, order, roots, scale);
   }
   return vekStsNoErr;
 }
@@ -221,17 +216,12 @@ const E* padded(const E* src, int64_t count, E* dst, int64_t n) {
   return dst;
 }
 
-// The complex transform inside, of 2^m points.
-template <class E, class T>
-void convTransform(const E* src, int64_t count, E* dst, const FftSpec* spec, int m, T scale) {
-  const int64_t n = int64_t(1) << spec->order;
-  const T* const table = static_cast<const T*>(spec->complexTwiddles);
-  T* const out = reinterpret_cast<T*>(dst);
-  if (count <= n / 2) {
-    complexTransform<kForward, kFirstHalf>(reinterpret_cast<const T*>(padded(src, count, dst, n / 2)), out, m, table,
-                                           scale);
+template <Extent X, class E, class T>
+void convTransform(const E* src, E* dst, const FftSpec* spec, T scale) {
+  if constexpr (kSame<E, T>) {
+    realForward<kBlocks, X>(src, dst, spec->order, static_cast<const T*>(spec->realTwiddles));
   } else {
-    complexTransform<kForward>(reinterpret_cast<const T*>(padded(src, count, dst, n)), out, m, table, scale);
+    complexTransform<kForward, X>(&src->re, &dst->re, spec->order, static_cast<const T*>(spec->complexTwiddles), scale);
   }
 }
 
@@ -239,20 +229,26 @@ template <class E, class T>
 VekStatus convForward(const E* src, int64_t count, E* dst, const FftSpec* spec, T t) {
   constexpr FftKind kind = kFftKindOf<E>;
   if (const VekStatus s = checkCall(src, dst, spec, kind)) return s;
-  if (!isSmall(kind, spec->order)) {
-    convTransform(src, count, dst, spec, complexOrder(kind, spec->order), scaleOf<T>(spec, kForward));
-    return vekStsNoErr;
+  const int64_t n = int64_t(1) << spec->order;
+  if (isSmall(kind, spec->order)) {
+    src = padded(src, count, dst, n);
+    if constexpr (kSame<E, T>) return realTransform<kForward>(src, dst, spec);
+    if constexpr (!kSame<E, T>) return complexCall<kForward>(src, dst, spec, t);
   }
-  src = padded(src, count, dst, int64_t(1) << spec->order);
-  if constexpr (kSame<E, T>) return realTransform<kForward>(src, dst, spec);
-  if constexpr (!kSame<E, T>) return complexCall<kForward>(src, dst, spec, t);
+  const T scale = scaleOf<T>(spec, kForward);
+  if (count <= n / 2) {
+    convTransform<kFirstHalf>(padded(src, count, dst, n / 2), dst, spec, scale);
+  } else {
+    convTransform<kWhole>(padded(src, count, dst, n), dst, spec, scale);
+  }
+  return vekStsNoErr;
 }
 
 template <class T>
 VekStatus convMultiply(const T* src, T* srcDst, const FftSpec* spec) {
   if (const VekStatus s = checkCall(src, srcDst, spec, kFftKindOf<T>)) return s;
   if (isSmall(kFftKindOf<T>, spec->order)) return mulPacked(src, srcDst, 1 << spec->order);
-  multiplyPairs(src, srcDst, spec->order, static_cast<const T*>(spec->realTwiddles));
+  multiplySpectra(src, srcDst, int64_t(1) << spec->order);
   return vekStsNoErr;
 }
 template <class C>
@@ -279,8 +275,9 @@ template <class T>
 VekStatus convInverse(const T* src, T* dst, const FftSpec* spec) {
   if (const VekStatus s = checkCall(src, dst, spec, kFftKindOf<T>)) return s;
   if (isSmall(kFftKindOf<T>, spec->order)) return realTransform<kInverse>(src, dst, spec);
-  complexTransform<kInverse>(src, dst, spec->order - 1, static_cast<const T*>(spec->complexTwiddles),
-                             2 * scaleOf<T>(spec, kInverse));
+  // Blocks are not scaled: here for both factors.
+  const T forward = scaleOf<T>(spec, kForward), scale = forward * forward * scaleOf<T>(spec, kInverse);
+  realInverse<kBlocks>(src, dst, spec->order, static_cast<const T*>(spec->realTwiddles), scale);
   return vekStsNoErr;
 }
 
@@ -425,7 +422,7 @@ VekStatus fftConvPower(Vek32f* srcDst, const FftSpec* spec) {
     for (int i = 0; i < 2 && i < 1 << spec->order; ++i) srcDst[i] *= srcDst[i];
     powers(srcDst + 2, (1 << spec->order) / 2 - 1);
   } else {
-    powerOfPairs(srcDst, spec->order, static_cast<const float*>(spec->realTwiddles));
+    powerOfSpectrum(srcDst, int64_t(1) << spec->order);
   }
   return vekStsNoErr;
 }

@@ -30,34 +30,37 @@ VEK_INLINE Passes passesFor(int m) {
 
 // ---- butterflies ----------------------------------------------------------------------------------------------------
 
-// (a + w b, a - w b). Fused, the difference is 2 a - (a + w b): one operation instead of a product and a difference.
-template <class T>
+enum Difference { kAsIs, kConjugated };
+
+// (a + w b, a - w b), the latter conjugated if asked for. Fused, the difference is 2 a - (a + w b): one operation
+// instead of a product and a difference.
+template <Difference C = kAsIs, class T>
 VEK_INLINE void butterfly(Complex<T>& a, Complex<T>& b, Complex<T> w) {
   if constexpr (kFma) {
     const Reg<T> two = splat(T(2));
     const Complex<T> u = {negMulAdd<T>(w.im, b.im, mulAdd<T>(w.re, b.re, a.re)),
                           mulAdd<T>(w.im, b.re, mulAdd<T>(w.re, b.im, a.im))};
-    b = {mulAdd<T>(two, a.re, -u.re), mulAdd<T>(two, a.im, -u.im)};
+    b = {mulAdd<T>(two, a.re, -u.re), C == kAsIs ? mulAdd<T>(two, a.im, -u.im) : negMulAdd<T>(two, a.im, u.im)};
     a = u;
   } else {
     const Complex<T> t = times(b, w), u = a + t;
-    b = a - t;
+    b = {a.re - t.re, C == kAsIs ? a.im - t.im : t.im - a.im};
     a = u;
   }
 }
 
 // The same for -i w.
-template <class T>
+template <Difference C = kAsIs, class T>
 VEK_INLINE void butterflyMinusI(Complex<T>& a, Complex<T>& b, Complex<T> w) {
   if constexpr (kFma) {
     const Reg<T> two = splat(T(2));
     const Complex<T> u = {mulAdd<T>(w.re, b.im, mulAdd<T>(w.im, b.re, a.re)),
                           negMulAdd<T>(w.re, b.re, mulAdd<T>(w.im, b.im, a.im))};
-    b = {mulAdd<T>(two, a.re, -u.re), mulAdd<T>(two, a.im, -u.im)};
+    b = {mulAdd<T>(two, a.re, -u.re), C == kAsIs ? mulAdd<T>(two, a.im, -u.im) : negMulAdd<T>(two, a.im, u.im)};
     a = u;
   } else {
     const Complex<T> t = times(b, w), u = {a.re + t.im, a.im - t.re};
-    b = {a.re - t.im, a.im + t.re};
+    b = {a.re - t.im, C == kAsIs ? a.im + t.re : -t.re - a.im};
     a = u;
   }
 }
@@ -103,25 +106,41 @@ VEK_INLINE void transform8(Complex<T> (&y)[8]) {
 
 // Joins 2^Bits transforms; w holds the roots of one block: for Bits = 2 w^2k, w^k; for Bits = 3 w^4k, w^2k, w^k and
 // w^(k + M), where w = exp(-2 pi i / (2^Bits M)).
-template <int Bits, class T>
-VEK_INLINE void join(Complex<T> (&y)[1 << Bits], const T* w) {
+// load(i) gives an operand and store(i, y) takes a result: few of them are alive at any time.
+template <class T>
+VEK_INLINE void joinFour(Complex<T>& a, Complex<T>& b, Complex<T>& c, Complex<T>& d, const T* w) {
+  const Complex<T> first = loadBlock(w), second = loadBlock(w + 2 * kLanes<T>);
+  butterfly(a, b, first);
+  butterfly(c, d, first);
+  butterfly(a, c, second);
+  butterflyMinusI(b, d, second);
+}
+template <int Bits, Difference C = kAsIs, class T, class Load, class Store>
+VEK_INLINE void join(const T* w, Load load, Store store) {
   constexpr int size = 2 * kLanes<T>;
-  constexpr int radix = 1 << Bits;
-  const Complex<T> first = loadBlock(w);
-#pragma GCC unroll 4
-  for (int i = 0; i < radix; i += 2) butterfly(y[i], y[i + 1], first);
-  const Complex<T> second = loadBlock(w + size);
-#pragma GCC unroll 2
-  for (int i = 0; i < radix; i += 4) {
-    butterfly(y[i], y[i + 2], second);
-    butterflyMinusI(y[i + 1], y[i + 3], second);
-  }
-  if constexpr (Bits == 3) {
-    const Complex<T> third = loadBlock(w + 2 * size), turned = loadBlock(w + 3 * size);
-    butterfly(y[0], y[4], third);
-    butterfly(y[1], y[5], turned);
-    butterflyMinusI(y[2], y[6], third);
-    butterflyMinusI(y[3], y[7], turned);
+  Complex<T> a = load(0), b = load(1), c = load(2), d = load(3);
+  if constexpr (Bits == 2) {
+    const Complex<T> first = loadBlock(w), second = loadBlock(w + size);
+    butterfly(a, b, first);
+    butterfly(c, d, first);
+    butterfly<C>(a, c, second);
+    store(0, a), store(2, c);
+    butterflyMinusI<C>(b, d, second);
+    store(1, b), store(3, d);
+  } else {
+    joinFour(a, b, c, d, w);
+    Complex<T> e = load(4), f = load(5), g = load(6), h = load(7);
+    joinFour(e, f, g, h, w);
+    const Complex<T> third = loadBlock(w + 2 * size);
+    butterfly<C>(a, e, third);
+    store(0, a), store(4, e);
+    butterflyMinusI<C>(c, g, third);
+    store(2, c), store(6, g);
+    const Complex<T> turned = loadBlock(w + 3 * size);
+    butterfly<C>(b, f, turned);
+    store(1, b), store(5, f);
+    butterflyMinusI<C>(d, h, turned);
+    store(3, d), store(7, h);
   }
 }
 
@@ -229,12 +248,9 @@ VEK_NOINLINE void joinPass(T* data, int64_t total, int64_t length, const T* root
   for (T* end = data + 2 * total; data < end; data += 2 * length * radix) {
     const T* w = roots;
     for (int64_t k = 0; k < 2 * length; k += block, w += step) {
-      Complex<T> y[radix];
-#pragma GCC unroll 8
-      for (int r = 0; r < radix; ++r) y[r] = loadBlock(data + k + r * 2 * length);
-      join<Bits, T>(y, w);
-#pragma GCC unroll 8
-      for (int r = 0; r < radix; ++r) storePoint<D, O>(data + k + r * 2 * length, y[r], s);
+      join<Bits>(
+          w, [&](int r) VEK_LAMBDA { return loadBlock(data + k + r * 2 * length); },
+          [&](int r, Complex<T> y) VEK_LAMBDA { storePoint<D, O>(data + k + r * 2 * length, y, s); });
     }
   }
 }
@@ -318,7 +334,7 @@ VEK_NOINLINE void makeComplexTable(T* table, int m, const Roots& roots, int orde
     const int bits = p.bits[i], shift = order - lengthBits - bits;
     const int64_t length = int64_t(1) << lengthBits;
     if (constantRoots<T>(bits, length)) continue;
-    fillPass(table, bits, length, [&](int64_t k) VEK_LAMBDA { return roots(k << shift); });
+    fillPass(table, bits, length, length, [&](int64_t k) VEK_LAMBDA { return roots(k << shift); });
     table += rootsOfPass(bits, length);
   }
 }

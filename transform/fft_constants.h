@@ -15,9 +15,9 @@ constexpr VEK_INLINE int64_t rootsOfPass(int bits, int64_t length) { return (bit
 // The roots of a pass that joins 2^bits transforms of `length` points; root(k) = w^k, w = exp(-2 pi i / (2^bits
 // length)). For every block of k: w^4k (bits = 3 only), w^2k, w^k, and for bits = 3 w^(k + length).
 template <class T, class F>
-constexpr void fillPass(T* table, int bits, int64_t length, F root) {
+constexpr void fillPass(T* table, int bits, int64_t length, int64_t count, F root) {
   constexpr int L = kLanes<T>, block = 2 * L;
-  for (int64_t k = 0; k < length; k += L) {
+  for (int64_t k = 0; k < count; k += L) {
     for (int level = bits - 1; level >= 0; --level, table += block) {
       for (int lane = 0; lane < L; ++lane) storeRoot(table, lane, root((k + kLaneOrder<T>[lane]) << level));
     }
@@ -27,18 +27,9 @@ constexpr void fillPass(T* table, int bits, int64_t length, F root) {
   }
 }
 
-// exp(-2 pi i k / N) for k < count, block by block; root(k) gives one.
-template <class T, class F>
-constexpr void fillBlocks(T* table, int64_t count, F root) {
-  constexpr int L = kLanes<T>;
-  for (int64_t k = 0; k < count; k += L) {
-    for (int lane = 0; lane < L; ++lane) storeRoot(table + 2 * k, lane, root(k + kLaneOrder<T>[lane]));
-  }
-}
-
-// All passes of complex transforms up to 2^12 points, and the recombination of real ones of 2^7 to 2^13.
+// All passes of complex transforms up to 2^12 points and of real ones up to 2^13.
 constexpr int kConstantBits = 13;
-constexpr int64_t kLongestConstantPass = int64_t(1) << (kConstantBits - 4), kShortestReal = 64;
+constexpr int64_t kLongestConstantPass = int64_t(1) << (kConstantBits - 4);
 
 struct FineRoots {
   Root at[1 << (kConstantBits - 10)];
@@ -64,26 +55,31 @@ template <class T>
 struct ConstantTables {
   alignas(64) T byEight[8 * (2 * kLongestConstantPass - 8)];  // passes of 8, 16, 32 ... points
   T byFour[4 * (8 + 32)];                                     // passes of 8 and of 32 points
-  T real[(1 << kConstantBits) - kShortestReal];               // orders 7, 8 ...
+  T halfByFour[2 * (16 + 64 + 256)];                          // the first halves of passes of 16, 64 and 256
+  T halfByEight[8 * kLongestConstantPass];                    // and of the longest
 };
 template <class T>
 constexpr ConstantTables<T> makeConstantTables() {
   ConstantTables<T> t{};
-  T* pass = t.byEight;
-  for (int bits = 3; int64_t(1) << bits <= kLongestConstantPass; pass += rootsOfPass(3, int64_t(1) << bits++)) {
-    fillPass(pass, 3, int64_t(1) << bits, [=](int64_t k) { return constantRoot(k, bits + 3); });
+  const auto fill = [](T* table, int bits, int64_t length, int64_t count) {
+    int order = bits;
+    while (length << bits >> order > 1) ++order;
+    fillPass(table, bits, length, count, [=](int64_t k) { return constantRoot(k, order); });
+  };
+  for (int64_t length = 8; length <= kLongestConstantPass; length *= 2) {
+    fill(t.byEight + 8 * (length - 8), 3, length, length);
   }
-  fillPass(t.byFour, 2, 8, [](int64_t k) { return constantRoot(k, 5); });
-  fillPass(t.byFour + 32, 2, 32, [](int64_t k) { return constantRoot(k, 7); });
-  for (int order = 7; order <= kConstantBits; ++order) {
-    fillBlocks(t.real + (1 << (order - 1)) - kShortestReal, int64_t(1) << (order - 2),
-               [=](int64_t k) { return constantRoot(k, order); });
-  }
+  fill(t.byFour, 2, 8, 8);
+  fill(t.byFour + 32, 2, 32, 32);
+  fill(t.halfByFour, 2, 16, 8);
+  fill(t.halfByFour + 32, 2, 64, 32);
+  fill(t.halfByFour + 160, 2, 256, 128);
+  fill(t.halfByEight, 3, 2 * kLongestConstantPass, kLongestConstantPass);
   return t;
 }
 constexpr ConstantTables<float> kConstantTables = makeConstantTables<float>();
 
-// The constant roots of a pass or of a recombination; null if there are none.
+// The constant roots of a pass, and those of the first half of its columns; null if there are none.
 template <class T>
 VEK_INLINE const T* constantRoots([[maybe_unused]] int bits, [[maybe_unused]] int64_t length) {
   if constexpr (sizeof(T) == 4) {
@@ -93,9 +89,11 @@ VEK_INLINE const T* constantRoots([[maybe_unused]] int bits, [[maybe_unused]] in
   return nullptr;
 }
 template <class T>
-VEK_INLINE const T* constantRealRoots([[maybe_unused]] int order) {
+VEK_INLINE const T* constantHalfRoots([[maybe_unused]] int bits, [[maybe_unused]] int64_t length) {
   if constexpr (sizeof(T) == 4) {
-    if (order <= kConstantBits) return kConstantTables.real + (int64_t(1) << (order - 1)) - kShortestReal;
+    if (bits == 2) return kConstantTables.halfByFour + 2 * (length - 16) / 3;
+    if (length == 2 * kLongestConstantPass) return kConstantTables.halfByEight;
+    return constantRoots<T>(bits, length);
   }
   return nullptr;
 }

@@ -81,6 +81,16 @@ VEK_INLINE Complex<T> times(Complex<T> a, Complex<T> w) {
   return {negMulAdd<T>(a.im, w.im, a.re * w.re), mulAdd<T>(a.im, w.re, a.re * w.im)};
 }
 
+// a times the conjugate of w; the same times i.
+template <class T>
+VEK_INLINE Complex<T> timesConj(Complex<T> a, Complex<T> w) {
+  return {mulAdd<T>(a.im, w.im, a.re * w.re), negMulAdd<T>(a.re, w.im, a.im * w.re)};
+}
+template <class T>
+VEK_INLINE Complex<T> timesConjI(Complex<T> a, Complex<T> w) {
+  return {negMulAdd<T>(a.im, w.re, a.re * w.im), mulAdd<T>(a.im, w.im, a.re * w.re)};
+}
+
 template <class T>
 VEK_INLINE Complex<T> loadBlock(const T* p) {
   return {loadV(p), loadV(p + kLanes<T>)};
@@ -187,6 +197,39 @@ VEK_INLINE void storeReversed(T* last, Complex<T> x) {
   T* p = last - 2 * (kLanes<T> - 1);
   storeV(p + kLanes<T>, reversePairs<T>(unpackLowV(x.re, x.im, T())));
   storeV(p, reversePairs<T>(unpackHighV(x.re, x.im, T())));
+}
+
+// Lane 0 of `first` and the other lanes of x.
+template <class R>
+VEK_INLINE R withFirst(R x, R first, float) {
+  if constexpr (sizeof(R) == 32)
+    return (R)_mm256_blend_ps((__m256)x, (__m256)first, 1);
+  else
+    return (R)_mm_move_ss((__m128)x, (__m128)first);
+}
+template <class R>
+VEK_INLINE R withFirst(R x, R first, double) {
+  if constexpr (sizeof(R) == 32)
+    return (R)_mm256_blend_pd((__m256d)x, (__m256d)first, 1);
+  else
+    return (R)_mm_move_sd((__m128d)x, (__m128d)first);
+}
+
+// The element at lane 0 stays, the others come in the opposite order: element k of a block is element L-k.
+template <class T>
+VEK_INLINE Reg<T> mirrorLanes(Reg<T> x) {
+  if constexpr (kLanes<T> == 8 && kAvx2) {
+    return (Reg<T>)_mm256_permutevar8x32_ps((__m256)x, _mm256_setr_epi32(0, 7, 2, 5, 6, 3, 4, 1));
+  } else if constexpr (kLanes<T> == 8) {
+    const __m256 y = _mm256_blend_ps((__m256)x, _mm256_permute2f128_ps((__m256)x, (__m256)x, 1), 0xAA);
+    return (Reg<T>)_mm256_permutevar_ps(y, _mm256_setr_epi32(0, 3, 2, 1, 2, 3, 0, 1));
+  } else if constexpr (kLanes<T> == 4 && sizeof(T) == 8) {
+    return (Reg<T>)_mm256_permute_pd((__m256d)x, 6);
+  } else if constexpr (kLanes<T> == 4) {
+    return (Reg<T>)_mm_shuffle_epi32((__m128i)x, 0x6C);
+  } else {
+    return x;
+  }
 }
 
 // Single precision: from the lane order of blocks to natural order and back; and to the opposite order.
