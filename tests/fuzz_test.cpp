@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Every function and every kind of stream with random arguments in every slot; the same inputs in every run. What a
-// failure prints reproduces it: VEK_FUZZ_INPUT=<its digits> runs that input alone, VEK_FUZZ_ROUNDS=<n> runs n inputs for
-// each target. The libFuzzer program of the option VEK_FUZZ runs the same code for as long as one likes.
+// failure prints reproduces it: VEK_FUZZ_INPUT=<its digits> runs that input alone, VEK_FUZZ_ROUNDS=<n> runs n inputs
+// for each target. The libFuzzer program of the option VEK_FUZZ runs the same code for as long as one likes.
 #include <signal.h>
 #include <unistd.h>
 

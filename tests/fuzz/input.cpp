@@ -99,8 +99,7 @@ std::string fuzz(const uint8_t* data, size_t size) {
   if (size < 2) return "";
   Input in(data, size);
   const size_t target = in.below(65536) % fuzzTargets();
-  const std::string problem =
-      target < kStreams ? fuzzStream(target, in) : fuzzCall(target - kStreams, in);
+  const std::string problem = target < kStreams ? fuzzStream(target, in) : fuzzCall(target - kStreams, in);
   vek::setSlotForTest(availableSlots().back());
   return problem;
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// What a fuzzed call is made of, drawn from a string of bytes: choices come from the bytes while there are any, then, as
-// all bulk data, from a generator that the whole string seeds. A short string is a whole test.
+// What a fuzzed call is made of, drawn from a string of bytes: choices come from the bytes while there are any, then,
+// as all bulk data, from a generator that the whole string seeds. A short string is a whole test.
 #ifndef VEK_TESTS_FUZZ_INPUT_H
 #define VEK_TESTS_FUZZ_INPUT_H
 
@@ -57,14 +57,14 @@ Type typeOf(std::string name);
 enum class Flavour { kUniform, kBits, kSpecial, kQuarters, kTiny, kHuge, kSmall, kConstant, kCount };
 void fill(Input& in, const Type& type, Flavour flavour, void* to, size_t count);
 
-// What is wrong with the library for an input, nothing by good fortune. Each of fuzzTargets() targets is a function or a
-// stream; the first two bytes choose it.
+// What is wrong with the library for an input, nothing by good fortune. Each of fuzzTargets() targets is a function or
+// a stream; the first two bytes choose it.
 size_t fuzzTargets();
 std::string fuzz(const uint8_t* data, size_t size);
 
 // The two kinds of targets.
 std::string fuzzCall(size_t row, Input& in);
-constexpr size_t kStreams = 17;
+constexpr size_t kStreams = 16;
 std::string fuzzStream(size_t stream, Input& in);
 
 }  // namespace vektest

@@ -51,7 +51,8 @@ struct Sum {
   void add(Complex term) { add(term, std::abs(term)); }
 };
 
-// ---- one result ------------------------------------------------------------------------------------------------------
+// ---- one result
+// ------------------------------------------------------------------------------------------------------
 
 Bounded norm(const std::string& name, const std::vector<Complex>& x, const std::vector<Complex>& y) {
   const bool squares = contains(name, "L2_"), difference = !y.empty();
@@ -59,7 +60,8 @@ Bounded norm(const std::string& name, const std::vector<Complex>& x, const std::
   Sum s;
   for (size_t i = 0; i < x.size(); ++i) {
     const Complex z = difference ? x[i] - y[i] : x[i];
-    const Real m = std::abs(z), off = roundedTerms ? 2 * kSingle * (std::abs(x[i]) + (difference ? std::abs(y[i]) : 0)) : 0;
+    const Real m = std::abs(z),
+               off = roundedTerms ? 2 * kSingle * (std::abs(x[i]) + (difference ? std::abs(y[i]) : 0)) : 0;
     s.add(squares ? m * m : m, squares ? 2 * m * off + off * off : off);
   }
   const Real total = s.sum.real(), e = s.magnitudes + Real(x.size() + 10) * kDouble * total;
@@ -81,7 +83,8 @@ Bounded deviation(const std::vector<Complex>& x, bool fast) {
 
 Bounded goertzel(const std::vector<Complex>& x, Real frequency) {
   Sum s;
-  for (size_t n = 0; n < x.size(); ++n) s.add(x[n] * std::polar(Real(1), -2 * Real(M_PIl) * frequency * Real(n)), std::abs(x[n]));
+  for (size_t n = 0; n < x.size(); ++n)
+    s.add(x[n] * std::polar(Real(1), -2 * Real(M_PIl) * frequency * Real(n)), std::abs(x[n]));
   return {s.sum, s.magnitudes * 1e-9L};
 }
 
@@ -95,10 +98,12 @@ Bounded sum(const std::string& name, const std::vector<Complex>& x, const std::v
   return b;
 }
 
-// ---- lags ------------------------------------------------------------------------------------------------------------
+// ---- lags
+// ------------------------------------------------------------------------------------------------------------
 
 // Result n of a correlation of x with y from the lag on, or of a convolution.
-std::vector<Bounded> lags(const Operands& call, const std::vector<Complex>& x, const std::vector<Complex>& y, size_t count) {
+std::vector<Bounded> lags(const Operands& call, const std::vector<Complex>& x, const std::vector<Complex>& y,
+                          size_t count) {
   const bool convolution = startsWith(call.name, "Conv"), biased = startsWith(call.name, "ConvBiased");
   const int64_t lag = biased ? call.ints.at("bias") : call.ints.count("lowLag") ? call.ints.at("lowLag") : 0;
   const int64_t nx = int64_t(x.size()), ny = int64_t(y.size());
@@ -120,7 +125,9 @@ std::vector<Bounded> lags(const Operands& call, const std::vector<Complex>& x, c
     const Real terms = Real(std::max<int64_t>(0, to - from));
     Bounded b{Complex(sum), (terms + 4) * 1.5L * kSingle * Real(magnitudes)};
     if (mayTransform && to > from) b.error += 30 * kSingle * std::sqrt(ex * ey);
-    const Real scale = contains(call.name, "NormA") ? 1 / Real(nx) : contains(call.name, "NormB") && n < nx ? 1 / Real(nx - n) : 1;
+    const Real scale = contains(call.name, "NormA")             ? 1 / Real(nx)
+                       : contains(call.name, "NormB") && n < nx ? 1 / Real(nx - n)
+                                                                : 1;
     out.push_back({b.value * scale, b.error * scale});
   }
   return out;
@@ -141,7 +148,8 @@ std::vector<Bounded> expected(const Operands& call, size_t which) {
   size_t results = 0;
   for (size_t i = 0; i < call.arrays.size(); ++i) {
     const Operand& a = call.arrays[i];
-    if (!a.result && !a.written && a.before.size() >= a.type.size() && in.size() < 2 && !startsWith(call.name, "GoertzTwo"))
+    if (!a.result && !a.written && a.before.size() >= a.type.size() && in.size() < 2 &&
+        !startsWith(call.name, "GoertzTwo"))
       in.push_back(numbers(a.type, a.before));
     else if (startsWith(call.name, "GoertzTwo") && in.empty())
       in.push_back(numbers(a.type, a.before));
@@ -211,7 +219,8 @@ std::string checkRounded(const Operands& call) {
     const std::vector<Bounded> want = expected(call, i);
     const std::vector<Complex> got = numbers(a.type, a.after);
     for (size_t n = 0; n < want.size(); ++n) {
-      const Real rounding = a.type.kind != 'f' ? 0 : (a.type.width == 4 ? kSingle : kDouble) * std::abs(want[n].value) * 1.01L;
+      const Real rounding =
+          a.type.kind != 'f' ? 0 : (a.type.width == 4 ? kSingle : kDouble) * std::abs(want[n].value) * 1.01L;
       const Complex off = got[n] - want[n].value;
       if (std::max(std::fabs(off.real()), std::fabs(off.imag())) <= want[n].error + rounding + 1e-37L) continue;
       std::ostringstream out;
