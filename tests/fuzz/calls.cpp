@@ -135,7 +135,7 @@ struct Case {
   std::string name;  // without its prefix
   std::vector<Value> values;
   std::map<std::string, int> ints;
-  bool rounded = false;
+  bool rounded = false, bad;  // several arguments wrong at once
 
   explicit Case(const Row& r, Input& in);
   std::string describe() const;
@@ -182,9 +182,9 @@ void Case::setInts(Input& in) {
           p.type.find("Hint") == std::string::npos)
         continue;
     }
-    ints[p.name] = !isLength(p.name) ? number(in, p.name)
-                   : in.oneIn(40)    ? in.any({0, -1, INT_MIN})
-                                     : length(in, quadratic);
+    ints[p.name] = !isLength(p.name)        ? number(in, p.name)
+                   : in.oneIn(bad ? 3 : 50) ? in.any({0, -1, INT_MIN})
+                                            : length(in, quadratic);
   }
   if (ints.count("factor"))
     ints["*pPhase"] = in.oneIn(16) ? in.between(-1, 10) : int(in.below(uint32_t(std::max(1, ints["factor"]))));
@@ -198,7 +198,7 @@ void Case::setValue(Input& in, size_t i) {
     v.whole = whole->second;
   } else {
     v.written = v.pointer && p.type.find("const") == std::string::npos;
-    v.null = v.pointer && in.oneIn(100);
+    v.null = v.pointer && in.oneIn(bad ? 5 : 200);
     const size_t n = v.pointer ? count(p) : 1;
     v.before.resize(n * v.type.size());
     const bool bounded = rounded && v.type.kind == 'f';
@@ -239,7 +239,7 @@ void Case::share(Input& in) {
   }
 }
 
-Case::Case(const Row& r, Input& in) : row(r), name(r.name + 4) {
+Case::Case(const Row& r, Input& in) : row(r), name(r.name + 4), bad(in.oneIn(12)) {
   setInts(in);
   rounded = isRounded(name, ints.count("hint") ? ints["hint"] : 0);
   for (size_t i = 0; i < row.parameters.size(); ++i) setValue(in, i);
@@ -401,6 +401,14 @@ std::string checkElement(const Case& c, const Outcome& whole, size_t i) {
   return "";
 }
 
+Operands operands(const Case& c, const Outcome& model, const Outcome& o) {
+  Operands out{c.name, c.ints, {}};
+  for (size_t i = 0; i < c.values.size(); ++i)
+    out.arrays.push_back({c.values[i].type, c.values[i].pointer && !c.row.parameters[i].array, c.values[i].written,
+                          c.row.parameters[i].name == "pSrcDst", c.values[i].before, o.after[i], model.after[i]});
+  return out;
+}
+
 std::string compare(const Case& c, const Outcome& model, const Outcome& o) {
   if (!o.problem.empty()) return o.problem;
   if (o.status != model.status)
@@ -419,12 +427,8 @@ std::string compare(const Case& c, const Outcome& model, const Outcome& o) {
   }
   if (o.status < 0) return "";
   if (startsWith(c.name, {"Sort"})) return checkSorted(c, o);
-  if (!c.rounded) return "";
-  Operands operands{c.name, c.ints, {}};
-  for (size_t i = 0; i < c.values.size(); ++i)
-    operands.arrays.push_back({c.values[i].type, c.values[i].pointer && !c.row.parameters[i].array, c.values[i].written,
-                               c.values[i].before, o.after[i], model.after[i]});
-  return checkRounded(operands);
+  if (c.rounded) return checkRounded(operands(c, model, o));
+  return "";
 }
 
 }  // namespace
@@ -440,6 +444,7 @@ std::string fuzzCall(size_t row, Input& in) {
   vek::setSlotForTest(0);
   const Outcome model = call(c, nullptr);
   std::string problem = compare(c, model, model);
+  if (problem.empty() && model.status >= 0 && elementwise(c)) problem = checkPlain(operands(c, model, model));
   if (problem.empty() && model.status >= 0 && elementwise(c))
     for (int k = 0; k < 4 && problem.empty(); ++k)
       problem = checkElement(c, model, k ? in.random() % size_t(c.ints.at("len")) : size_t(c.ints.at("len") - 1));

@@ -64,7 +64,7 @@ std::string fuzz(const uint8_t* data, size_t size);
 
 // The two kinds of targets.
 std::string fuzzCall(size_t row, Input& in);
-constexpr size_t kStreams = 16;
+constexpr size_t kStreams = 17;
 std::string fuzzStream(size_t stream, Input& in);
 
 }  // namespace vektest

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Functions whose results may differ between slots within a bound: by their definition, in higher precision.
+// Results by their definition, apart from the library.
 #ifndef VEK_TESTS_FUZZ_ROUNDED_H
 #define VEK_TESTS_FUZZ_ROUNDED_H
 
@@ -11,7 +11,7 @@ namespace vektest {
 
 struct Operand {
   Type type;
-  bool result, written;  // a pointer to one result; something that the function may change
+  bool result, written, readToo;  // a pointer to one result; something that the function may change; its source, too
   std::vector<char> before, after, model;
 };
 struct Operands {
@@ -24,7 +24,11 @@ struct Operands {
 bool isReduction(const std::string& name);
 bool isRounded(const std::string& name, int hint);
 
-// What is wrong with the results of a call that was not refused. Where elements are not finite, results are as finite
+// What is wrong with the results of a call that was not refused.
+//
+// Exact ones of which a formula is known here; `after` is empty for constants.
+std::string checkPlain(const Operands& call);
+// Those with a bound, against higher precision. Where elements are not finite, results are as finite
 // as those of the model.
 std::string checkRounded(const Operands& call);
 
