@@ -198,7 +198,7 @@ void Case::setValue(Input& in, size_t i) {
     v.whole = whole->second;
   } else {
     v.written = v.pointer && p.type.find("const") == std::string::npos;
-    v.null = v.pointer && in.oneIn(bad ? 5 : 200);
+    v.null = v.pointer && in.oneIn(bad ? 4 : 200);
     const size_t n = v.pointer ? count(p) : 1;
     v.before.resize(n * v.type.size());
     const bool bounded = rounded && v.type.kind == 'f';
@@ -239,7 +239,7 @@ void Case::share(Input& in) {
   }
 }
 
-Case::Case(const Row& r, Input& in) : row(r), name(r.name + 4), bad(in.oneIn(12)) {
+Case::Case(const Row& r, Input& in) : row(r), name(r.name + 4), bad(in.oneIn(6)) {
   setInts(in);
   rounded = isRounded(name, ints.count("hint") ? ints["hint"] : 0);
   for (size_t i = 0; i < row.parameters.size(); ++i) setValue(in, i);
