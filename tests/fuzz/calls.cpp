@@ -21,8 +21,7 @@ bool startsWith(const std::string& s, std::initializer_list<const char*> list) {
   return false;
 }
 
-// ---- memory
-// ----------------------------------------------------------------------------------------------------------
+// ---- memory -------------------------------------------------------------------------------------------------------
 
 // Room for one array between inaccessible pages.
 class Slab {
@@ -61,8 +60,7 @@ Slab* slabs() {
   return all;
 }
 
-// ---- arguments
-// -------------------------------------------------------------------------------------------------------
+// ---- arguments ----------------------------------------------------------------------------------------------------
 
 bool isLength(const std::string& name) {
   return name == "len" || name == "numIters" || (name.size() > 3 && name.substr(name.size() - 3) == "Len");
@@ -263,8 +261,7 @@ std::string Case::describe() const {
   return out.str();
 }
 
-// ---- calls
-// -----------------------------------------------------------------------------------------------------------
+// ---- calls --------------------------------------------------------------------------------------------------------
 
 Argument scalar(const Value& v) {
   if (v.before.empty()) return argumentOf(v.whole);

@@ -51,8 +51,7 @@ struct Sum {
   void add(Complex term) { add(term, std::abs(term)); }
 };
 
-// ---- one result
-// ------------------------------------------------------------------------------------------------------
+// ---- one result ---------------------------------------------------------------------------------------------------
 
 Bounded norm(const std::string& name, const std::vector<Complex>& x, const std::vector<Complex>& y) {
   const bool squares = contains(name, "L2_"), difference = !y.empty();
@@ -98,8 +97,7 @@ Bounded sum(const std::string& name, const std::vector<Complex>& x, const std::v
   return b;
 }
 
-// ---- lags
-// ------------------------------------------------------------------------------------------------------------
+// ---- lags ---------------------------------------------------------------------------------------------------------
 
 // Result n of a correlation of x with y from the lag on, or of a convolution.
 std::vector<Bounded> lags(const Operands& call, const std::vector<Complex>& x, const std::vector<Complex>& y,

@@ -59,8 +59,7 @@ std::string inPieces(Input& in, State* state, const std::vector<Data>& x, size_t
   return "";
 }
 
-// ---- FIR
-// -------------------------------------------------------------------------------------------------------------
+// ---- FIR ----------------------------------------------------------------------------------------------------------
 
 struct Rate {
   int taps, up, upPhase, down, downPhase;
@@ -142,8 +141,7 @@ std::string fir(Input& in, bool multiRate) {
   });
 }
 
-// ---- IIR
-// -------------------------------------------------------------------------------------------------------------
+// ---- IIR ----------------------------------------------------------------------------------------------------------
 
 #define VEK_IIR_KIND(NAME, SUFFIX, STATE, SAMPLE, COEF, REAL)  \
   struct NAME {                                                \
@@ -256,8 +254,7 @@ std::string iir(Input& in, bool biquads) {
   });
 }
 
-// ---- cosine transforms
-// -----------------------------------------------------------------------------------------------
+// ---- cosine transforms --------------------------------------------------------------------------------------------
 
 struct Sizes {
   size_t spec, work;
@@ -315,8 +312,7 @@ std::string dct(Input& in, bool inverse, InitAlloc initAlloc, Init init, Run run
   });
 }
 
-// ---- resampling
-// ------------------------------------------------------------------------------------------------------
+// ---- resampling ---------------------------------------------------------------------------------------------------
 
 template <class T, class Up, class Down>
 std::string resampled(Input& in, Up up, Down down) {
@@ -349,8 +345,7 @@ std::string resampled(Input& in, Up up, Down down) {
   });
 }
 
-// ---- medians
-// ---------------------------------------------------------------------------------------------------------
+// ---- medians ------------------------------------------------------------------------------------------------------
 
 template <class T, class Apart, class InPlace>
 std::string median(Input& in, const char* type, Apart apart, InPlace inPlace) {
