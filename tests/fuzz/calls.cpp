@@ -34,7 +34,7 @@ class Slab {
     size_ = values.size();
     char* const p = pages_.data() + at_;
     memset(p - before(), kMark, before());
-    memcpy(p, values.data(), size_);
+    std::copy(values.begin(), values.end(), p);
     memset(p + size_, kMark, behind());
     return p;
   }
