@@ -35,7 +35,6 @@ callers_fpu: .zero 4
 	.section .rodata
 	.balign 8
 pattern: .quad 0xC0FFEE5EED5EED01
-mxcsr: .long 0x1FC0
 fpu: .word 0x027F
 
 	.text
@@ -65,7 +64,7 @@ vek_raw_call:
 	rep movsq
 	stmxcsr callers_mxcsr(%rip)
 	fnstcw callers_fpu(%rip)
-	ldmxcsr mxcsr(%rip)
+	ldmxcsr MXCSR(%r11)
 	fldcw fpu(%rip)
 	.irp n, 0, 1, 2, 3, 4, 5, 6, 7
 	movups (VECTOR + 16 * \n)(%r11), %xmm\n

@@ -30,7 +30,7 @@ struct RawCall {
   uint64_t frameDamage;  // words of the caller's frame that changed
   uint64_t stackUsed;    // bytes below the caller's frame that were written, 40 KiB at most
   uint64_t flags;        // rflags
-  uint32_t mxcsr;
+  uint32_t mxcsr;        // set before the call
   uint16_t fpuControl, fpuTags;
   unsigned char upper[16][32];  // ymm0 to ymm15
 };
@@ -71,6 +71,7 @@ inline RawCall rawCall(const void* function, const std::vector<Argument>& argume
   memset(&call, 0xDB, sizeof call);
   call.function = function;
   call.avx = 0;
+  call.mxcsr = kRawMxcsr;
   size_t integers = 0, vectors = 0, words = 0;
   for (const Argument& a : arguments) {
     void* at = a.vector && vectors < 8     ? static_cast<void*>(call.vector[vectors++])

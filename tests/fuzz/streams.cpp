@@ -1,0 +1,402 @@
+// SPDX-License-Identifier: Apache-2.0
+// Sequences of calls on one state, cut anywhere and refused in between, against the definition over the whole signal.
+#include <climits>
+#include <complex>
+
+#include "tests/fir_kinds.h"
+#include "tests/fuzz/input.h"
+
+namespace vektest {
+namespace {
+
+template <class T>
+std::vector<T> signal(Input& in, size_t n) {
+  std::vector<T> v(n);
+  for (T& x : v) x = make<T>(in.uniform(), in.uniform());
+  return v;
+}
+
+// f(slot) in every slot, until one returns what is wrong.
+template <class F>
+std::string everySlot(F f) {
+  for (int slot : availableSlots()) {
+    vek::setSlotForTest(slot);
+    const std::string problem = f(slot);
+    if (!problem.empty()) return problem + " (slot " + slotName(slot) + ")";
+  }
+  return "";
+}
+
+template <class T>
+Guarded<T> placed(Input& in, const std::vector<T>& values) {
+  return Guarded<T>(values, in.random() % 2 ? Flush::kBack : Flush::kFront, in.random() % 2 ? 0 : in.random() % 64);
+}
+
+// Filters x, `perIn` samples of it for `perOut` results, in pieces of any sizes, each between guard pages.
+template <class Kind, class State, class Data>
+std::string inPieces(Input& in, State* state, const std::vector<Data>& x, size_t perIn, size_t perOut,
+                     std::vector<Data>& y) {
+  const size_t iterations = x.size() / perIn;
+  for (size_t at = 0, n; at < iterations; at += n) {
+    n = 1 + in.below(uint32_t(std::min(iterations - at, in.oneIn(3) ? size_t(2000) : size_t(40))));
+    std::vector<Data> part(&x[at * perIn], &x[at * perIn] + n * perIn);
+    const bool inPlace = in.oneIn(3), one = n == 1 && perIn * perOut == 1 && in.oneIn(2);
+    if (inPlace) part.resize(std::max(n * perIn, n * perOut));
+    Guarded<Data> src = placed(in, part), dst = placed(in, std::vector<Data>(one ? 1 : n * perOut));
+    if (in.oneIn(4) && (Kind::run(src, dst, in.any({0, -1, INT_MIN}), state) != vekStsSizeErr ||
+                        Kind::runInPlace(nullptr, int(n), state) != vekStsNullPtrErr))
+      return "another status where the call is refused";
+    const bool whole = inPlace && !one;
+    const VekStatus status = one       ? Kind::one(src.at(0), dst, state)
+                             : inPlace ? Kind::runInPlace(src, int(n), state)
+                                       : Kind::run(src, dst, int(n), state);
+    if (status != vekStsNoErr) return "status " + std::to_string(status);
+    if (!src.intact() || !dst.intact() || (!whole && !sameVectors(src.values(), part)))
+      return "wrote beside the destination";
+    const std::vector<Data> out = (whole ? src : dst).values();
+    y.insert(y.end(), out.begin(), out.begin() + int64_t(n * perOut));
+  }
+  return "";
+}
+
+// ---- FIR ----------------------------------------------------------------------------------------------------------
+
+struct Rate {
+  int taps, up, upPhase, down, downPhase;
+};
+
+template <class Kind>
+std::vector<Expected> filtered(const Rate& r, const std::vector<typename Kind::Tap>& taps,
+                               const Stream<typename Kind::Data>& x) {
+  std::vector<Expected> y(x.now.size() / size_t(r.down) * size_t(r.up));
+  for (size_t i = 0; i < y.size(); ++i) {
+    const int64_t at = int64_t(i) * r.down + r.downPhase - r.upPhase;
+    for (int64_t k = (at % r.up + r.up) % r.up; k < r.taps; k += r.up)
+      y[i].add(value(taps[size_t(k)]), x.at((at - k) / r.up));
+  }
+  return y;
+}
+
+// A state in one of the ways to make it; one inside a buffer keeps the buffer.
+template <class Kind>
+struct FirState {
+  typename Kind::State* state = nullptr;
+  std::unique_ptr<Guarded<Vek8u>> buffer;
+  FirState(Input& in, const Rate& r, const typename Kind::Tap* taps, const typename Kind::Data* past) {
+    const bool single = r.up == 1 && r.down == 1 && in.oneIn(2);
+    if (in.oneIn(2)) {
+      const size_t size = single ? Kind::bufferSize(r.taps) : Kind::rateBufferSize(r.taps, r.up, r.down);
+      buffer = std::make_unique<Guarded<Vek8u>>(size, Flush::kBack, in.random() % 64);
+      single ? Kind::init(&state, taps, r.taps, past, *buffer)
+             : Kind::rateInit(&state, taps, r.taps, r.up, r.upPhase, r.down, r.downPhase, past, *buffer);
+    } else {
+      single ? Kind::initAlloc(&state, taps, r.taps, past)
+             : Kind::rateInitAlloc(&state, taps, r.taps, r.up, r.upPhase, r.down, r.downPhase, past);
+    }
+  }
+  FirState(const FirState&) = delete;
+  FirState& operator=(const FirState&) = delete;
+  ~FirState() { Kind::release(state); }
+  bool intact() const { return !buffer || buffer->intact(); }
+};
+
+template <class Kind>
+std::string fir(Input& in, bool multiRate) {
+  using Data = typename Kind::Data;
+  Rate r{in.between(1, in.oneIn(3) ? 140 : 24), 1, 0, 1, 0};
+  if (multiRate)
+    r.up = in.between(1, 6), r.upPhase = int(in.below(uint32_t(r.up))), r.down = in.between(1, 6),
+    r.downPhase = int(in.below(uint32_t(r.down)));
+  const size_t iterations = size_t(in.between(1, in.oneIn(4) ? 1500 : 200)),
+               pastLen = size_t((r.taps + r.up - 1) / r.up);
+  const bool past = in.oneIn(2);
+  const Stream<Data> x{past ? signal<Data>(in, pastLen) : std::vector<Data>(),
+                       signal<Data>(in, iterations * size_t(r.down))};
+  const auto taps = signal<typename Kind::Tap>(in, size_t(r.taps));
+  double blockError = 0;
+  for (const auto& t : taps) blockError += 20 * std::abs(value(t));
+  const auto want = filtered<Kind>(r, taps, x);
+  // Past samples for a state that takes over at some point, newest first.
+  const size_t split = in.below(uint32_t(iterations)) * size_t(r.down);
+  std::vector<Data> later;
+  for (size_t k = 1; k <= pastLen; ++k) {
+    later.push_back(k <= split ? x.now[split - k] : k - split <= x.past.size() ? x.past[k - split - 1] : Data{});
+  }
+  return everySlot([&](int) -> std::string {
+    std::vector<Data> y;
+    for (const bool second : {false, true}) {
+      const auto middle = x.now.begin() + int64_t(split);
+      const std::vector<Data> part(second ? middle : x.now.begin(), second ? x.now.end() : middle);
+      if (part.empty()) continue;
+      FirState<Kind> filter(in, r, taps.data(), second ? later.data() : past ? x.past.data() : nullptr);
+      if (!filter.state) return "no state";
+      const std::string problem = inPieces<Kind>(in, filter.state, part, size_t(r.down), size_t(r.up), y);
+      if (!problem.empty()) return problem;
+      if (!filter.intact()) return "wrote beside the buffer of the state";
+    }
+    const auto same = closeTo<Kind>(y, want, r.taps, multiRate ? 0 : blockError);
+    if (same) return "";
+    return std::string(same.message()) + ", " + std::to_string(r.taps) + " taps, up " + std::to_string(r.up) +
+           ", down " + std::to_string(r.down) + ", a new state at " + std::to_string(split);
+  });
+}
+
+// ---- IIR ----------------------------------------------------------------------------------------------------------
+
+#define VEK_IIR_KIND(NAME, SUFFIX, STATE, SAMPLE, COEF, REAL)  \
+  struct NAME {                                                \
+    using State = STATE;                                       \
+    using Data = SAMPLE;                                       \
+    using Tap = COEF;                                          \
+    using Real = REAL;                                         \
+    static constexpr auto allocate = veksIIRInitAlloc##SUFFIX; \
+    static constexpr auto run = veksIIR##SUFFIX;               \
+    static constexpr auto runInPlace = veksIIR##SUFFIX##_I;    \
+    static constexpr auto one = veksIIROne##SUFFIX;            \
+    static constexpr auto release = veksIIRFree##SUFFIX;       \
+  }
+VEK_IIR_KIND(Iir32f, _32f, VeksIIRState_32f, Vek32f, Vek32f, float);
+VEK_IIR_KIND(Iir32fc, _32fc, VeksIIRState_32fc, Vek32fc, Vek32fc, float);
+VEK_IIR_KIND(Iir64f, 64f_32f, VeksIIRState64f_32f, Vek32f, Vek64f, double);
+VEK_IIR_KIND(Iir64fc, 64fc_32fc, VeksIIRState64fc_32fc, Vek32fc, Vek64fc, double);
+
+// b and a of one section; a[0] is a power of two, so that normalising is exact.
+template <class Tap>
+void addSection(Input& in, int order, std::vector<Tap>& taps) {
+  std::vector<Value> a = {std::ldexp(1.0, in.between(-2, 2))};
+  const double radius = in.oneIn(4) ? 0.95 : 0.7;
+  const auto times = [&](Value pole) {
+    a.push_back(0);
+    for (size_t k = a.size() - 1; k > 0; --k) a[k] -= pole * a[k - 1];
+  };
+  for (int k = order; k > 0;) {
+    const Value pole = std::polar(radius, M_PI * in.uniform());
+    if (std::is_floating_point_v<Tap> && k > 1) {
+      times(pole), times(std::conj(pole)), k -= 2;
+    } else {
+      times(std::is_floating_point_v<Tap> ? Value(radius * in.uniform()) : pole), --k;
+    }
+  }
+  for (int k = 0; k <= order; ++k) taps.push_back(make<Tap>(in.uniform() + (k == 0 ? 1.5 : 0), in.uniform()));
+  for (const Value& v : a) taps.push_back(make<Tap>(v.real(), v.imag()));
+}
+
+// The recursion in precision R, every operation rounded.
+template <class R, class Kind>
+std::vector<std::complex<R>> recursion(const std::vector<typename Kind::Tap>& taps,
+                                       std::vector<typename Kind::Tap> delay, int order, bool biquads,
+                                       const std::vector<typename Kind::Data>& x) {
+  using C = std::complex<R>;
+  std::vector<C> d, y, c;
+  for (const auto& v : delay) d.emplace_back(value(v));
+  d.emplace_back(0);
+  const size_t n = size_t(order), sections = taps.size() / (2 * n + 2);
+  for (size_t i = 0; i < taps.size(); ++i)
+    c.push_back(C(value(taps[i])) * R(1 / value(taps[i / (2 * n + 2) * (2 * n + 2) + n + 1]).real()));
+  for (const auto& sample : x) {
+    C v = C(value(sample));
+    for (size_t q = 0; q < sections; ++q) {
+      const C *b = &c[q * (2 * n + 2)], *a = b + n + 1;
+      C* e = &d[q * n];
+      const C out = b[0] * v + e[0];
+      if (biquads) {
+        e[0] = e[1] - a[1] * out + b[1] * v;
+        e[1] = b[2] * v - a[2] * out;
+      } else {
+        for (size_t k = 1; k <= n; ++k) e[k - 1] = b[k] * v - a[k] * out + (k < n ? e[k] : C(0));
+      }
+      v = out;
+    }
+    y.push_back(v);
+  }
+  return y;
+}
+
+template <class Kind>
+std::string iir(Input& in, bool biquads) {
+  using Data = typename Kind::Data;
+  using Tap = typename Kind::Tap;
+  const int order = biquads ? 2 : in.between(1, in.oneIn(6) ? 36 : 6), sections = biquads ? in.between(1, 5) : 1;
+  std::vector<Tap> taps;
+  for (int q = 0; q < sections; ++q) addSection(in, order, taps);
+  const std::vector<Data> x = signal<Data>(in, size_t(in.between(1, in.oneIn(4) ? 1500 : 200)));
+  const bool fresh = in.oneIn(2);
+  const auto delay = fresh ? std::vector<Tap>(size_t(order * sections)) : signal<Tap>(in, size_t(order * sections));
+  const auto plain = recursion<typename Kind::Real, Kind>(taps, delay, order, biquads, x);
+  const auto truth = recursion<long double, Kind>(taps, delay, order, biquads, x);
+  long double largest = 0, error = 0;
+  for (size_t i = 0; i < x.size(); ++i) {
+    largest = std::max(largest, std::abs(truth[i]));
+    error = std::max(error, std::abs(truth[i] - std::complex<long double>(plain[i])));
+  }
+  if (!(error < 1e-5L * largest)) return "";  // too close to other filters for a bound to mean anything
+  return everySlot([&](int slot) -> std::string {
+    typename Kind::State* state = nullptr;
+    const Tap* const d = fresh ? nullptr : delay.data();
+    if constexpr (std::is_same_v<Kind, Iir32f>) {
+      if (biquads) veksIIRInitAlloc_BiQuad_32f(&state, taps.data(), sections, d);
+    } else if constexpr (std::is_same_v<Kind, Iir32fc>) {
+      if (biquads) veksIIRInitAlloc_BiQuad_32fc(&state, taps.data(), sections, d);
+    }
+    if (!biquads) Kind::allocate(&state, taps.data(), order, d);
+    if (!state) return "no state";
+    std::vector<Data> y;
+    std::string problem = inPieces<Kind>(in, state, x, 1, 1, y);
+    Kind::release(state);
+    for (size_t i = 0; i < y.size() && problem.empty(); ++i) {
+      const bool exact = slot != 0 || sameBits(y[i], make<Data>(double(plain[i].real()), double(plain[i].imag())));
+      const auto off = std::abs(truth[i] - std::complex<long double>(value(y[i])));
+      if (!exact || off > 8 * error + 0x1p-22L * largest)
+        problem = "output " + std::to_string(i) + " is off by " + std::to_string(off / largest) +
+                  " of the largest, order " + std::to_string(order);
+    }
+    return problem;
+  });
+}
+
+// ---- cosine transforms --------------------------------------------------------------------------------------------
+
+struct Sizes {
+  size_t spec, work;
+};
+Sizes dctSizes(size_t len) {
+  if (len <= 8 && (len & (len - 1)) == 0) return {352, 0};
+  if (len == 16 || len == 32) return {400, 0};
+  if (len == 64) return {704, 0};
+  if ((len & (len - 1)) == 0) return {8 * len + len / 2 + (len < 4096 ? 576 : 9216), size_t(len < 4096 ? 0 : 32832)};
+  if (len < 86) return {16 * len + 192, 4 * len + 64};
+  const size_t m = len % 2 ? len : len / 2;
+  size_t p = 1;
+  while (p < 2 * m - 1) p *= 2;
+  return {20 * p + 8 * m + 4 * len + 1024, 8 * p + 64};
+}
+
+std::vector<double> cosines(const std::vector<Vek32f>& x, bool inverse) {
+  const size_t n = x.size();
+  std::vector<double> table(4 * n), y(n);
+  for (size_t i = 0; i < 4 * n; ++i) table[i] = std::cos(M_PI * double(i) / (2 * double(n)));
+  for (size_t i = 0; i < n; ++i)
+    for (size_t j = 0; j < n; ++j) {
+      const size_t k = inverse ? j : i, t = inverse ? i : j;
+      y[i] += double(x[j]) * table[(2 * t + 1) * k % (4 * n)] * std::sqrt((k ? 2.0 : 1.0) / double(n));
+    }
+  return y;
+}
+
+template <class Spec, class InitAlloc, class Init, class Run, class RunI, class Free>
+std::string dct(Input& in, bool inverse, InitAlloc initAlloc, Init init, Run run, RunI runInPlace, Free release) {
+  const size_t len = in.oneIn(3) ? size_t(1) << in.below(10) : size_t(in.between(1, in.oneIn(3) ? 400 : 90));
+  const std::vector<Vek32f> x = signal<Vek32f>(in, len);
+  const std::vector<double> want = cosines(x, inverse);
+  return everySlot([&](int) -> std::string {
+    const Sizes sizes = dctSizes(len);
+    Guarded<Vek8u> buffer(sizes.spec, Flush::kBack, in.random() % 64), work(sizes.work, Flush::kBack, in.random() % 64);
+    Spec* spec = nullptr;
+    const bool owned = in.oneIn(2), inPlace = in.oneIn(2);
+    if (owned ? initAlloc(&spec, int(len), in.between(0, 2)) : init(&spec, int(len), 0, buffer, nullptr))
+      return "no spec";
+    for (int k = 0; k < 2; ++k) {  // a spec may be used again
+      Guarded<Vek32f> src = placed(in, x), dst = placed(in, x);
+      Vek8u* const memory = in.oneIn(2) ? work.data() : nullptr;
+      if ((inPlace ? runInPlace(src, spec, memory) : run(src, dst, spec, memory)) != vekStsNoErr) return "refused";
+      if (!src.intact() || !dst.intact() || !buffer.intact() || !work.intact()) return "wrote beside an array";
+      const std::vector<Vek32f> y = (inPlace ? src : dst).values();
+      double off = 0, size = 0;
+      for (size_t i = 0; i < len; ++i) off += std::norm(double(y[i]) - want[i]), size += want[i] * want[i];
+      const double bound = (len & (len - 1) ? 2 : 1) * (0.6e-7 * std::sqrt(std::log2(double(len))) + 1e-7);
+      if (std::sqrt(off) > bound * std::sqrt(size) + 1e-30)
+        return "cosine transform of " + std::to_string(len) + " points, error " +
+               std::to_string(std::sqrt(off / size) * 1e7) + "e-7";
+    }
+    return owned && release(spec) != vekStsNoErr ? "not released" : "";
+  });
+}
+
+// ---- resampling ---------------------------------------------------------------------------------------------------
+
+template <class T, class Up, class Down>
+std::string resampled(Input& in, Up up, Down down) {
+  const int factor = in.between(1, 9);
+  const int start = int(in.below(uint32_t(factor)));
+  const std::vector<T> x = signal<T>(in, size_t(in.between(1, 300)));
+  return everySlot([&](int) -> std::string {
+    std::vector<T> every, spread;
+    int phase = start;
+    for (size_t at = 0, n; at < x.size(); at += n) {
+      n = 1 + in.below(uint32_t(std::min(x.size() - at, size_t(40))));
+      Guarded<T> src = placed(in, std::vector<T>(&x[at], &x[at] + n));
+      Guarded<T> dst = placed(in, std::vector<T>(size_t((int(n) + factor - 1 - phase) / factor)));
+      Guarded<T> wide = placed(in, std::vector<T>(n * size_t(factor)));
+      int few = -1, many = -1, fixed = start;
+      if (down(src, int(n), dst, &few, factor, &phase) || up(src, int(n), wide, &many, factor, &fixed))
+        return "refused";
+      if (!src.intact() || !dst.intact() || !wide.intact()) return "wrote beside an array";
+      if (size_t(few) != dst.size() || size_t(many) != wide.size() || fixed != start) return "another length or phase";
+      for (const T& v : dst.values()) every.push_back(v);
+      for (const T& v : wide.values()) spread.push_back(v);
+    }
+    for (size_t i = 0, k = 0; i < x.size(); ++i)
+      if (i % size_t(factor) == size_t(start) && (k >= every.size() || !sameBits(every[k++], x[i])))
+        return "other samples kept";
+    for (size_t i = 0; i < spread.size(); ++i)
+      if (!sameBits(spread[i], i % size_t(factor) == size_t(start) ? x[i / size_t(factor)] : T{}))
+        return "other samples spread";
+    return "";
+  });
+}
+
+// ---- medians ------------------------------------------------------------------------------------------------------
+
+template <class T, class Apart, class InPlace>
+std::string median(Input& in, const char* type, Apart apart, InPlace inPlace) {
+  const int len = in.between(1, 300), mask = in.between(1, in.oneIn(3) ? 400 : 40);
+  std::vector<T> x(static_cast<size_t>(len)), want = x, window;
+  fill(in, typeOf(type), in.oneIn(2) ? Flavour::kSmall : Flavour::kUniform, x.data(), x.size());
+  const int half = len < 3 ? 0 : (mask - 1) / 2;
+  for (int i = 0; i < len; ++i) {
+    window.clear();
+    for (int k = i - half; k <= i + half; ++k) window.push_back(x[size_t(std::clamp(k, 0, len - 1))]);
+    std::nth_element(window.begin(), window.begin() + half, window.end());
+    want[size_t(i)] = window[size_t(half)];
+  }
+  return everySlot([&](int) -> std::string {
+    const bool same = in.random() % 2;
+    Guarded<T> src = placed(in, x), dst = placed(in, x);
+    const VekStatus status = same ? inPlace(src, len, mask) : apart(src, dst, len, mask);
+    if (status != (mask % 2 ? vekStsNoErr : vekStsEvenMedianMaskSize)) return "status " + std::to_string(status);
+    if (!src.intact() || !dst.intact()) return "wrote beside an array";
+    const std::vector<T> y = (same ? src : dst).values();
+    for (size_t i = 0; i < y.size(); ++i)
+      if (y[i] != want[i])
+        return "median of " + std::to_string(mask) + " at " + std::to_string(i) + " of " + std::to_string(len);
+    return "";
+  });
+}
+
+}  // namespace
+
+std::string fuzzStream(size_t stream, Input& in) {
+  using Kind = std::string (*)(Input&, bool);
+  static const Kind filters[] = {fir<Kind32f>, fir<Kind32fc>, fir<Kind64f>, fir<Kind64fc>};
+  static const Kind recursive[] = {iir<Iir32f>, iir<Iir32fc>, iir<Iir64f>, iir<Iir64fc>};
+  if (stream < 8) return filters[stream % 4](in, stream >= 4);
+  if (stream < 12) return recursive[stream % 4](in, false);
+  if (stream < 14) return recursive[stream % 4](in, true);
+  if (stream == 15)
+    return in.oneIn(2) ? resampled<Vek32f>(in, veksSampleUp_32f, veksSampleDown_32f)
+                       : resampled<Vek32fc>(in, veksSampleUp_32fc, veksSampleDown_32fc);
+  if (stream == 16) {
+    const uint32_t type = in.below(4);
+    if (type == 0) return median<Vek8u>(in, "Vek8u", veksFilterMedian_8u, veksFilterMedian_8u_I);
+    if (type == 1) return median<Vek16s>(in, "Vek16s", veksFilterMedian_16s, veksFilterMedian_16s_I);
+    if (type == 2) return median<Vek32s>(in, "Vek32s", veksFilterMedian_32s, veksFilterMedian_32s_I);
+    return median<Vek32f>(in, "Vek32f", veksFilterMedian_32f, veksFilterMedian_32f_I);
+  }
+  if (in.oneIn(2))
+    return dct<VeksDCTFwdSpec_32f>(in, false, veksDCTFwdInitAlloc_32f, veksDCTFwdInit_32f, veksDCTFwd_32f,
+                                   veksDCTFwd_32f_I, veksDCTFwdFree_32f);
+  return dct<VeksDCTInvSpec_32f>(in, true, veksDCTInvInitAlloc_32f, veksDCTInvInit_32f, veksDCTInv_32f,
+                                 veksDCTInv_32f_I, veksDCTInvFree_32f);
+}
+
+}  // namespace vektest

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: Apache-2.0
+// The dispatch tables: no cell is empty, and each is called.
+#include "support/generic.h"
+#include "support/slots.h"
+
+#define VEK_FUNCTION(NAME, RESULT, PARAMETERS) extern "C" decltype(&NAME) const vek_table_##NAME[7];
+#include "functions.inc"
+#undef VEK_FUNCTION
+
+namespace vektest {
+namespace {
+
+TEST(Tables, HoldSevenFormsOf559Functions) {
+  size_t functions = 0;
+#define VEK_FUNCTION(NAME, RESULT, PARAMETERS) \
+  ++functions;                                 \
+  for (auto form : vek_table_##NAME) EXPECT_TRUE(form != nullptr) << #NAME;
+#include "functions.inc"
+#undef VEK_FUNCTION
+  EXPECT_EQ(functions, 559u);
+  EXPECT_EQ(allRows().size(), functions);
+}
+
+TEST(Tables, EveryCellWorks) {
+  inEverySlot([](int) {
+    size_t called = 0;
+    for (const Row& r : allRows()) {
+      Arena arena(r.parameters);
+      RawCall call = r.raw(arena);
+      vek_raw_call(&call);
+      const bool good = !r.returnsStatus || VekStatus(call.result) >= 0;
+      EXPECT_TRUE(good) << r.name;
+      if (r.releases()) {
+        arena.objects.abandon();
+      } else if (r.returnsStatus) {
+        releaseMade(r.name, arena.regions[0].get());
+      } else if (std::string(r.name).find("Malloc") != std::string::npos) {
+        veksFree(reinterpret_cast<void*>(call.result));
+      }
+      ++called;
+    }
+    EXPECT_EQ(called, 559u);
+  });
+}
+
+}  // namespace
+}  // namespace vektest
