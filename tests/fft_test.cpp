@@ -405,7 +405,7 @@ TYPED_TEST(Fft, Convolves) {
       checkConvolution<TypeParam, Vek64fc>(order, count);
     }
   }
-  checkConvolution<TypeParam, Vek32f>(19, 300000);  // the roots in two levels
+  checkConvolution<TypeParam, Vek32f>(19, 300000);  // beyond the caches, tiles in squares
 }
 
 }  // namespace

@@ -115,32 +115,26 @@ struct Places {
   }
 };
 
-// The first block of k and its partners, k and n - k, or their coefficients, in order.
-struct Head {
-  alignas(32) float own[2 * L], partners[2 * L], of[4][L];
-  VEK_INLINE void takePartner(const float* z, int64_t from, int i) {
-    partners[2 * i] = z[2 * from];
-    partners[2 * i + 1] = z[2 * from + 1];
+// The partners of the first block of k are elements n-1, n-2 ... of the last block, whose own first element belongs to
+// a later k. Element 0 has no partner; what becomes of it here is replaced at the end.
+template <class T>
+VEK_INLINE Complex<T> mirror(Complex<T> x) {
+  return {mirrorLanes<T>(x.re), mirrorLanes<T>(x.im)};
+}
+VEK_INLINE void replacePartners(float* lastBlock, Complex<float> x, bool inPlace) {
+  Complex<float> y = mirror(x);
+  if (inPlace) {
+    const Complex<float> old = loadInterleaved(lastBlock);
+    y = {withFirst(y.re, old.re, float()), withFirst(y.im, old.im, float())};
   }
-  VEK_INLINE void keep(Four<Reg<float>> x) {
-    storeUp(of[0], x.k);
-    storeUp(of[1], x.last);
-    storeUp(of[2], x.below);
-    storeUp(of[3], x.above);
-  }
-};
+  storeInterleaved(lastBlock, y);
+}
 
-// z holds n complex numbers; y its 2n coefficients; y is z only with kInPlace.
+// z holds n complex numbers, n >= 2L; y its 2n coefficients; y is z only with kInPlace.
 template <Placing W>
 VEK_NOINLINE void coefficients(const float* z, float* y, int64_t n, TurnTable table, float dc, float a) {
   const Places at{n, W};
   const float z0 = z[0], z1 = z[1], mr = z[n / 2 * 2], mi = z[n / 2 * 2 + 1];
-  y[at.of(0, false)] = (z0 + z1) * dc;
-  y[at.of(0, true)] = (z0 - z1) * dc;
-  if (n % 2 == 0) {
-    y[at.of(n / 2, false)] = (mr * kCosEighth - mi * kSinEighth) * a;
-    y[at.of(n / 2, true)] = (mr * kSinEighth + mi * kCosEighth) * a;
-  }
   const auto one = [&](int64_t k) {
     const Turn t = turnAt(table, k);
     const float ar = z[2 * k], ai = z[2 * k + 1], br = z[2 * (n - k)], bi = z[2 * (n - k) + 1];
@@ -152,21 +146,21 @@ VEK_NOINLINE void coefficients(const float* z, float* y, int64_t n, TurnTable ta
   };
   const int64_t pairs = (n + 1) / 2;  // k below this has a partner of its own
   const Reg<float> h = splat(kRootHalf);
-  // The first block by way of copies: element 0 is its own partner, and nothing of its results is kept.
-  Head head;
-  for (int i = 0; i < L; ++i) head.takePartner(z, i == 0 ? 0 : n - i, i);
   {
-    const Complex<float> p = loadInterleaved(z), q = loadInterleaved(head.partners);
+    const Complex<float> p = loadInterleaved(z), q = mirror(loadInterleaved(z + 2 * (n - L)));
     const Turns t = table.block(0);
-    head.keep(toCoefficients(p.re, p.im, q.re, q.im, t.c.re, t.c.im, t.d.re, t.d.im, h));
+    const Four<Reg<float>> x = toCoefficients(p.re, p.im, q.re, q.im, t.c.re, t.c.im, t.d.re, t.d.im, h);
+    if constexpr (W == kOwnOrder) {
+      storeUp(y, x.k);
+      storeUp(y + 2 * n - L, mirrorLanes<float>(x.last));
+      storeUp(y + n - L, mirrorLanes<float>(x.below));
+      storeUp(y + n, x.above);
+    } else {
+      storeInterleaved<float>(y, {x.k, x.last});
+      replacePartners(y + 2 * (n - L), {x.below, x.above}, true);
+    }
   }
-  int64_t k = 1;
-  for (; k < L && k < pairs; ++k) {
-    y[at.of(k, false)] = head.of[0][k];
-    y[at.of(k, true)] = head.of[1][k];
-    y[at.of(n - k, false)] = head.of[2][k];
-    y[at.of(n - k, true)] = head.of[3][k];
-  }
+  int64_t k = L;
   for (; k + L <= pairs; k += L) {
     const Complex<float> p = loadInterleaved(z + 2 * k), q = loadReversed(z + 2 * (n - k));
     const Turns t = table.block(k);
@@ -182,6 +176,12 @@ VEK_NOINLINE void coefficients(const float* z, float* y, int64_t n, TurnTable ta
     }
   }
   for (; k < pairs; ++k) one(k);
+  y[at.of(0, false)] = (z0 + z1) * dc;
+  y[at.of(0, true)] = (z0 - z1) * dc;
+  if (n % 2 == 0) {
+    y[at.of(n / 2, false)] = (mr * kCosEighth - mi * kSinEighth) * a;
+    y[at.of(n / 2, true)] = (mr * kSinEighth + mi * kCosEighth) * a;
+  }
 }
 
 // The way back, over n: inverse transforms that are not scaled then give the sequence v.
@@ -198,23 +198,20 @@ VEK_NOINLINE void spectrum(const float* y, float* z, int64_t n, TurnTable table,
   };
   const int64_t pairs = (n + 1) / 2;
   const Reg<float> h = splat(kRootHalf);
-  Head head;
-  for (int i = 0; i < L; ++i) {
-    head.of[0][i] = y[at.of(i, false)], head.of[1][i] = y[at.of(i, true)];
-    head.of[2][i] = i == 0 ? 0 : y[at.of(n - i, false)], head.of[3][i] = i == 0 ? 0 : y[at.of(n - i, true)];
-  }
   {
+    Four<Reg<float>> x;
+    if constexpr (W == kOwnOrder) {
+      x = {loadUp(y), mirrorLanes<float>(loadUp(y + 2 * n - L)), mirrorLanes<float>(loadUp(y + n - L)), loadUp(y + n)};
+    } else {
+      const Complex<float> p = loadInterleaved(y), q = mirror(loadInterleaved(y + 2 * (n - L)));
+      x = {p.re, p.im, q.re, q.im};
+    }
     const Turns t = table.block(0);
-    const Four<Reg<float>> x = {loadUp(head.of[0]), loadUp(head.of[1]), loadUp(head.of[2]), loadUp(head.of[3])};
     const Pair<Reg<float>> p = fromCoefficients(x, t.c.re, t.c.im, t.d.re, t.d.im, h);
-    storeInterleaved<float>(head.own, {p.ar, p.ai});
-    storeInterleaved<float>(head.partners, {p.br, p.bi});
+    storeInterleaved<float>(z, {p.ar, p.ai});
+    replacePartners(z + 2 * (n - L), {p.br, p.bi}, W == kInPlace);
   }
-  int64_t k = 1;
-  for (; k < L && k < pairs; ++k) {
-    z[2 * k] = head.own[2 * k], z[2 * k + 1] = head.own[2 * k + 1];
-    z[2 * (n - k)] = head.partners[2 * k], z[2 * (n - k) + 1] = head.partners[2 * k + 1];
-  }
+  int64_t k = L;
   for (; k + L <= pairs; k += L) {
     Four<Reg<float>> x;
     if constexpr (W == kOwnOrder) {

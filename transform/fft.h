@@ -51,8 +51,8 @@ struct FftSpec {
   void* memBlock;
   void* tableArea;
   void* bitRevTable;
-  const void* complexTwiddles;  // what the kernels hold no constants of
-  const void* realTwiddles;     // in the spec or a constant
+  const void* complexTwiddles;  // those of complex kinds that are no constants
+  const void* realTwiddles;     // and those of real ones
   double scale64;               // `scale` before it was rounded
   uint8_t* tableEnd;            // first byte behind the tables
   uint8_t reserved[56];

@@ -104,9 +104,7 @@ VEK_INLINE void transform8(Complex<T> (&y)[8]) {
   y[7] = {negMulAdd<T>(h, c.re, a3.re), mulAdd<T>(h, c.im, a3.im)};
 }
 
-// Joins 2^Bits transforms; w holds the roots of one block: for Bits = 2 w^2k, w^k; for Bits = 3 w^4k, w^2k, w^k and
-// w^(k + M), where w = exp(-2 pi i / (2^Bits M)).
-// load(i) gives an operand and store(i, y) takes a result: few of them are alive at any time.
+// The first two levels of a join, on four of its operands.
 template <class T>
 VEK_INLINE void joinFour(Complex<T>& a, Complex<T>& b, Complex<T>& c, Complex<T>& d, const T* w) {
   const Complex<T> first = loadBlock(w), second = loadBlock(w + 2 * kLanes<T>);
@@ -115,6 +113,10 @@ VEK_INLINE void joinFour(Complex<T>& a, Complex<T>& b, Complex<T>& c, Complex<T>
   butterfly(a, c, second);
   butterflyMinusI(b, d, second);
 }
+
+// Joins 2^Bits transforms; w holds the roots of one block: for Bits = 2 w^2k, w^k; for Bits = 3 w^4k, w^2k, w^k and
+// w^(k + M), where w = exp(-2 pi i / (2^Bits M)).
+// load(i) gives an operand and store(i, y) takes a result: few of them are alive at any time.
 template <int Bits, Difference C = kAsIs, class T, class Load, class Store>
 VEK_INLINE void join(const T* w, Load load, Store store) {
   constexpr int size = 2 * kLanes<T>;

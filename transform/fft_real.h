@@ -194,8 +194,10 @@ VEK_NOINLINE void partSpectrum(const T* src, T* dst, int64_t length, const T* fi
         roots,
         [&](int r) VEK_LAMBDA {
           if (r < R / 2) return loadColumns<O>(from.direct(r, k));
-          const Pair<T> first = loadFirst<O>(from.mirrored(r, k - 2 * L));
-          return mirror(withFirst(loadColumns<O>(from.mirrored(r, k)), first));
+          const Complex<T> own = loadColumns<O>(from.mirrored(r, k));
+          const T* const next = from.mirrored(r, k - 2 * L);
+          if constexpr (O == kInterleaved) return mirror(withFirst(own, loadFirst<O>(next)));
+          return mirror(Complex<T>{withFirst(own.re, loadV(next), T()), withFirst(own.im, loadV(next + L), T())});
         },
         [&](int i, Complex<T> y) VEK_LAMBDA { storeBlock(to.of(i, k), y); });
   }

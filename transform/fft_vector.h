@@ -73,10 +73,6 @@ VEK_INLINE Complex<T> operator-(Complex<T> a, Complex<T> b) {
   return {a.re - b.re, a.im - b.im};
 }
 template <class T>
-VEK_INLINE Complex<T> timesMinusI(Complex<T> a) {
-  return {a.im, -a.re};
-}
-template <class T>
 VEK_INLINE Complex<T> times(Complex<T> a, Complex<T> w) {
   return {negMulAdd<T>(a.im, w.im, a.re * w.re), mulAdd<T>(a.im, w.re, a.re * w.im)};
 }
