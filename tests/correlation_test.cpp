@@ -159,6 +159,25 @@ TEST(CrossCorrelation, MatchesItsDefinitionAtEveryLag) {
   });
 }
 
+// All lags of a long vector with a short one, which go through the transform block by block.
+template <class T>
+void manyLagsMatch(int la, int lb) {
+  const auto a = randomSignal<T>(size_t(la)), b = randomSignal<T>(size_t(lb));
+  const int n = la + lb + 20;
+  for (int lag : {-la - 9, 1 - la, -std::min(la, 200)}) {
+    const auto want = correlation(a, b, lag, n);
+    inEverySlot([&](int) {
+      ASSERT_TRUE(near(cross(a, b, n, lag), want, size_t(std::min(la, lb)), false)) << la << ' ' << lb << ' ' << lag;
+    });
+  }
+}
+TEST(CrossCorrelation, MatchesItsDefinitionBlockByBlock) {
+  for (const auto& [la, lb] : {std::pair{400, 1300}, {1300, 400}, {500, 1501}}) {
+    manyLagsMatch<float>(la, lb);
+    manyLagsMatch<Vek32fc>(la, lb);
+  }
+}
+
 template <class T>
 void autoMatches(size_t la) {
   const auto a = randomSignal<T>(la);

@@ -274,6 +274,8 @@ TEST(CppDct, ThereAndBack) {
     for (int i = 0; i < n; ++i) EXPECT_NEAR(back[i], spectrum[i], 2e-5) << n;
     EXPECT_EQ(dct.forward(x, longer).status(), vekStsSizeErr);
     EXPECT_EQ(dct.inverse(longer, back).status(), vekStsSizeErr);
+    EXPECT_EQ(dct.forward(longer, spectrum).status(), vekStsSizeErr);
+    EXPECT_EQ(dct.inverse(x, longer).status(), vekStsSizeErr);
     EXPECT_EQ(first.forward(x, spectrum).status(), vekStsNullPtrErr);
   }
   EXPECT_EQ(refusal([] { vek::Dct(0); }), vekStsSizeErr);

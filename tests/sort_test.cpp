@@ -104,6 +104,11 @@ std::map<std::string, std::vector<T>> shapes(int n) {
   make("one outlier", [n](int i) { return i == n / 2 ? 1 : 100; });
   // The permutation on which a median of first, middle and last finds the smallest pivots.
   make("median killer", [n](int i) { return i < n / 2 ? (i % 2 == 0 ? i + 1 : n / 2 + i) : 2 * (i - n / 2) + 2; });
+  // Nine keys of ten alike, and again among the rest: whatever the pivot, partitions are lopsided.
+  make("nines", [](int i) {
+    const unsigned h = unsigned(i) * 2654435761u >> 8;
+    return h % 10 ? 10 : h / 10 % 10 ? 20 : h / 100 % 10 ? 30 : 40 + h / 1000 % 5000;
+  });
   m["random"] = randomVector<T>(n);
   m["extremes"] = mixedVector<T>(n);
   return m;

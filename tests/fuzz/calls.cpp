@@ -69,7 +69,7 @@ bool isLength(const std::string& name) {
 int length(Input& in, bool quadratic) {
   switch (in.below(16)) {
     case 0:
-      return quadratic ? in.between(1, 900) : in.between(1, 2500);
+      return in.between(1, quadratic && in.oneIn(2) ? 500 : 2500);
     case 1:
     case 2:
     case 3:
@@ -185,7 +185,7 @@ void Case::setInts(Input& in) {
                                             : length(in, quadratic);
   }
   if (ints.count("factor"))
-    ints["*pPhase"] = in.oneIn(16) ? in.between(-1, 10) : int(in.below(uint32_t(std::max(1, ints["factor"]))));
+    ints["*pPhase"] = in.oneIn(8) ? in.any({-1, 9, 10}) : int(in.below(uint32_t(std::max(1, ints["factor"]))));
 }
 
 void Case::setValue(Input& in, size_t i) {
@@ -207,8 +207,9 @@ void Case::setValue(Input& in, size_t i) {
       const float odd[] = {INFINITY, -INFINITY, NAN};
       memcpy(v.before.data() + in.below(uint32_t(n)) * v.type.size(), &odd[in.below(3)], sizeof *odd);
     }
-    if (v.type.kind == 'f' && v.type.width == 4 && !p.array && !in.oneIn(6))
+    if (v.type.kind == 'f' && v.type.width == 4 && !p.array)
       for (size_t k = 0; k < v.before.size(); k += 4) {
+        if (in.oneIn(6)) continue;
         const float x = float(usual(in, p.name));
         memcpy(&v.before[k], &x, 4);
       }

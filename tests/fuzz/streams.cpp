@@ -212,6 +212,33 @@ std::vector<std::complex<R>> recursion(const std::vector<typename Kind::Tap>& ta
   return y;
 }
 
+// States that are none, filters that cannot be normalised or of no size, and memory that runs out.
+template <class Kind, class Make>
+bool refuses(Make make, typename Kind::State* state, const std::vector<typename Kind::Tap>& taps, bool biquads,
+             int order) {
+  typename Kind::State* none = nullptr;
+  const int size = biquads ? int(taps.size()) / 6 : order;
+  bool good = make(taps.data(), 0, &none) == vekStsIIROrderErr;
+  for (size_t k = 0; k < taps.size(); k += size_t(order + 1)) {  // b[0], then a[0], of each section
+    if (!biquads && k == 0) continue;
+    auto zero = taps;
+    zero[k] = {};
+    good &= make(zero.data(), size, &none) == vekStsDivByZeroErr;
+  }
+  {
+    const Heap nothing(0);
+    good &= make(taps.data(), size, &none) == vekStsMemAllocErr;
+  }
+  uint32_t id;
+  memcpy(&id, state, sizeof id);
+  memset(static_cast<void*>(state), 0, sizeof id);
+  typename Kind::Data x{};
+  good &= Kind::run(&x, &x, 1, state) == vekStsContextMatchErr && Kind::one(x, &x, state) == vekStsContextMatchErr &&
+          Kind::runInPlace(&x, 1, state) == vekStsContextMatchErr && Kind::release(state) == vekStsContextMatchErr;
+  memcpy(static_cast<void*>(state), &id, sizeof id);
+  return good && !none;
+}
+
 template <class Kind>
 std::string iir(Input& in, bool biquads) {
   using Data = typename Kind::Data;
@@ -231,15 +258,18 @@ std::string iir(Input& in, bool biquads) {
   }
   if (!(error < 1e-5L * largest)) return "";  // too close to other filters for a bound to mean anything
   return everySlot([&](int slot) -> std::string {
-    typename Kind::State* state = nullptr;
     const Tap* const d = fresh ? nullptr : delay.data();
-    if constexpr (std::is_same_v<Kind, Iir32f>) {
-      if (biquads) veksIIRInitAlloc_BiQuad_32f(&state, taps.data(), sections, d);
-    } else if constexpr (std::is_same_v<Kind, Iir32fc>) {
-      if (biquads) veksIIRInitAlloc_BiQuad_32fc(&state, taps.data(), sections, d);
-    }
-    if (!biquads) Kind::allocate(&state, taps.data(), order, d);
-    if (!state) return "no state";
+    const auto built = [&](const Tap* t, int n, typename Kind::State** s) {
+      if constexpr (std::is_same_v<Kind, Iir32f>) {
+        if (biquads) return veksIIRInitAlloc_BiQuad_32f(s, t, n, d);
+      } else if constexpr (std::is_same_v<Kind, Iir32fc>) {
+        if (biquads) return veksIIRInitAlloc_BiQuad_32fc(s, t, n, d);
+      }
+      return Kind::allocate(s, t, n, d);
+    };
+    typename Kind::State* state = nullptr;
+    if (built(taps.data(), biquads ? sections : order, &state) != vekStsNoErr) return "no state";
+    if (!refuses<Kind>(built, state, taps, biquads, order)) return "another status where the call is refused";
     std::vector<Data> y;
     std::string problem = inPieces<Kind>(in, state, x, 1, 1, y);
     Kind::release(state);
