@@ -31,7 +31,7 @@ LIMITS = re.compile(r"(minOf|maxOf|smaller|larger)$")
 OPERATORS = {"+": "-", "-": "+", "*": "+", "/": "*", "%": "/", "<<": ">>", "&": "|", "|": "&", "^": "|", "+=": "-=", "-=": "+="}
 COMPARISONS = {"==": "!=", "!=": "==", "<": ">=", ">": "<=", "<=": ">", ">=": "<", "&&": "||", "||": "&&"}
 OFF_BY_ONE = {"<": "<=", "<=": "<", ">": ">=", ">=": ">"}
-COMMUTES = re.compile(r"(add|mul|and|or|xor|cmpeq|sum|min|max|smaller|larger|fused|isOneOf|swap)", re.I)
+COMMUTES = re.compile(r"(any|add|mul|and|or|xor|cmpeq|sum|min|max|smaller|larger|fused|swap)", re.I)
 RARE_KINDS = ("wrong rounding", "dropped saturation", "wrong order of checks")
 NOT_A_STATEMENT = set("""return if for while do switch case default break continue const constexpr static auto using typedef struct
     class enum template namespace public private else typename inline VEK_INLINE VEK_NOINLINE explicit friend extern goto alignas
@@ -202,7 +202,7 @@ def find(source):
                 yield ("off by one", *at(i + 1), "0")
             if w in ("-", "/", "%", "<<"):
                 first, last = s.operand_left(i - 1), s.operand_right(i + 1)
-                if first is not None and last is not None:
+                if first is not None and last is not None and words[first - 1] != w:  # a - b - c is a - c - b
                     left, right = s.slice(first, i - 1), s.slice(i + 1, last)
                     if left != right:
                         yield ("swapped operands", *at(first, last), f"{right} {w} {left}")

@@ -388,19 +388,23 @@ def main():
             f.write(json.dumps(r) + "\n")
         print(f"{outcome:16} {s.file}:{s.line} {s.kind}: {by or s.after} ({r['seconds']} s)", flush=True)
 
+    if args.again:
+        for n in sites:
+            for s in sites[n]:
+                if done.get(s.id, {}).get("outcome") == "survived" and not explained(done[s.id], table):
+                    attempt(s)
+        return 1 if report(current(), table, args.seed) else 0
     # Files take turns, so that a run cut short has seen something of each.
     for turn in range(max(quota.values(), default=0)):
         for n in sorted(quota, key=lambda n: hashlib.sha256(f"{args.seed} {n}".encode()).hexdigest()):
             if turn >= quota[n]:
                 continue
-            valid = 0
+            tried = 0
             for s in orders[n]:
-                if args.again and done.get(s.id, {}).get("outcome") == "survived" and valid <= turn and not explained(done[s.id], table):
+                if s.id not in done:
                     attempt(s)
-                elif not args.again and s.id not in done:
-                    attempt(s)
-                valid += done.get(s.id, {}).get("outcome") in ("caught", "survived")
-                if valid > turn:
+                tried += done[s.id]["outcome"] in ("caught", "survived")
+                if tried > turn:
                     break
     return 1 if report(current(), table, args.seed) else 0
 
