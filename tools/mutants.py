@@ -169,7 +169,7 @@ def number_changes(token):
     if digits:
         value, suffix = int(digits[1].replace("'", ""), 0) if not re.match(r"0\d", digits[1]) else 0, digits[2]
         if value >= 2:
-            return [("wrong constant", (hex if token[:2] in ("0x", "0X") else str)(value ^ 1 if "x" in token else value + 1) + suffix)]
+            return [("wrong constant", (hex(value ^ 1) if "x" in token else str(value + 1)) + suffix)]
         return []
     suffix = token[-1] if token[-1] in "fF" else ""
     body = token[: -1] if suffix else token
@@ -218,7 +218,8 @@ def find(source):
         if w == "?":
             yield from ternary(s, i, at)
         # a statement begins
-        if before in (";", "{", "}") or (before == ")" and words[s.match.get(i - 1, 0) - 1] in ("if", "for", "while")) or before == "else":
+        controlled = before == ")" and words[s.match.get(i - 1, 0) - 1] in ("if", "for", "while")
+        if before in (";", "{", "}", "else") or controlled:
             yield from statement_sites(s, i, at)
 
 
@@ -239,7 +240,7 @@ def word_sites(s, i, at):
         close = s.match[i + 1]
         declares = any(re.search(r"[\w>*&] [*&]?\w+( =|$)|^[A-Z]\w*[*&] ?\w+$|^\w+[*&]+ \w+", s.slice(a, b)) for a, b in args)
         declares = declares or words[close + 1] in ("{", "const") and words[i - 1] not in ("return", "=", "(", ",")
-        if declares or not args or words[i - 1] in ("if", "for", "while", "switch") or w in ("if", "for", "while", "switch", "sizeof"):
+        if declares or not args or w in ("if", "for", "while", "switch", "sizeof"):
             return
         texts = [s.slice(a, b) for a, b in args]
         whole = at(i, close)
@@ -307,7 +308,7 @@ def statement_sites(s, i, at):
                 last = s.statement_end(s.match[nxt + 1] + 1)
                 if last and words[s.match[nxt + 1] + 1] == "return":
                     yield ("wrong order of checks", *at(i, last), f"{s.slice(nxt, last)} {s.slice(i, end)}")
-        elif re.search(r"\b(tail|rest|left|last|aligns|count)\b| < |!= 0|> 0", condition) and not condition.startswith("constexpr"):
+        elif re.search(r"\b(tail|rest|left|last|aligns|count)\b| < |!= 0|> 0", condition):
             yield ("missing tail", *at(i + 2, close - 1), "false")
         return
     if s.tokens[i][0] != "word" and w not in ("*", "++", "--") or w in NOT_A_STATEMENT:
@@ -323,7 +324,12 @@ def statement_sites(s, i, at):
         yield ("lost history or store", *at(i, end), ";")
 
 
-FUNCTION = re.compile(r"^(?:VEK_\w+ |static |constexpr |template <[^\n]*> )*[\w:<>,*& \[\]]*?\b(\w+)\((?![^\n]*;\s*$)|^struct (\w+)|^  (?:VEK_INLINE|static)[^\n]* (\w+)\(", re.M)
+# The head of a function or a struct, which goes before the sites in its body.
+FUNCTION = re.compile(
+    r"""^(?:VEK_\w+\ |static\ |constexpr\ |template\ <[^\n]*>\ )*[\w:<>,*&\ \[\]]*?\b(\w+)\((?![^\n]*;\s*$)
+      |^struct\ (\w+)
+      |^\ \ (?:VEK_INLINE|static)[^\n]*\ (\w+)\(""",
+    re.X | re.M)
 
 
 def sites(root, name, skips):

@@ -13,9 +13,9 @@ survivors. A draw that does not compile, or that leaves every object byte for by
 file.
 
 Work is done in a copy of the tree under build-mutate/: two slots (mx and l9), optimised little, without sanitizers. Only what
-includes the changed file is compiled, and linked with all tests to one program, of which only the tests run that reach a changed
-object by the linker's symbols: those of its own family first. The first failure, crash or excess of time catches the mutant.
-Results are appended to results-SEED.jsonl, so that a run can be interrupted.
+includes the changed file is compiled, and linked with all tests to one program. Of these only those run that reach a changed
+object by the linker's symbols, those of its own family first; the first failure, crash or excess of time catches the mutant.
+Results are appended to results-SEED.jsonl, so that a run can be interrupted. One core is kept busy for half an hour.
 """
 import argparse
 import collections
@@ -42,7 +42,6 @@ FAMILIES = "vector stats gen filter transform core".split()
 SHARED_HEADERS = 12  # mutants of core/simd, which everything includes
 RARE = 0.2  # of the waiting time of other kinds
 SKIPPED_PROGRAMS = {"abi_test": "its bound on the stack is that of the optimised build"}
-
 SKIPPED_TESTS = {"SortSpeed.*": "compares times, which a busy machine upsets"}
 
 
@@ -166,20 +165,21 @@ class Bench:
                 words = line.split()
                 if len(words) >= 2 and words[-2] in "UTRDBWVi":
                     name = words[-1]
-                    slot = re.match(r"_ZN3vek2\w\w(\d+)(vek\w+)", words[-1])
+                    slot = re.match(r"_ZN3vek2\w\w(\d+)(vek\w+)", name)
                     if slot:
                         name = slot[2][: int(slot[1])]
-                    (needs[o].add if words[-2] == "U" else lambda n, o=o: defined[n].add(o))(name)
+                    if words[-2] == "U":
+                        needs[o].add(name)
+                    else:
+                        defined[name].add(o)
         frame = {o for o in self.objects if "vek_frame" in o}
         self.reach = {}
         for t in self.tests:
-            todo = set(needs[t]) | set().union(*(needs[s] for s in self.support) if "generic_test" in t else [()])
-            seen, found, direct = set(), set(), set()
-            first = True
+            todo = needs[t].union(*(needs[s] for s in self.support if "generic_test" in t))
+            seen, found, direct = set(), set(), None
             while todo:
                 new = set().union(*(defined[n] for n in todo if n in defined)) - found
-                if first:
-                    direct, first = new, False
+                direct = new if direct is None else direct
                 found |= new
                 seen |= todo
                 # what everything uses leads nowhere: the frame's objects are reached, not passed
@@ -232,8 +232,8 @@ class Bench:
             return None
         if -r.returncode in (24, 9):  # SIGXCPU, SIGKILL
             return "time"
-        failed = re.search(r"\[  FAILED  \] (\S+)|^(\S+_test\.cpp|\S+\.h):(\d+): Failure", r.stdout, re.M)
-        return "failure" if failed else f"signal {-r.returncode}"
+        failed = re.search(r"([^/\s]+:\d+): Failure", r.stdout)
+        return failed[1] if failed else f"signal {-r.returncode}"
 
     # -- one mutant
 
@@ -336,9 +336,10 @@ def report(results, table, seed):
               f"{explained(r, table) or 'NOT EXPLAINED'}")
     redrawn = collections.Counter(r["outcome"] for r in results if r not in tried)
     if tried:
-        print(f"\n{len(tried)} mutants, seed {seed}: {caught} caught ({100 * caught / len(tried):.1f} %), {len(known)} survivors "
-              f"explained, {len(survivors) - len(known)} not; drawn again: " +
-              ", ".join(f"{n} {k}" for k, n in sorted(redrawn.items())))
+        again = ", ".join(f"{n} {k}" for k, n in sorted(redrawn.items()))
+        print(f"\n{len(tried)} mutants, seed {seed}: {caught} caught ({100 * caught / len(tried):.1f} %; of those that are no "
+              f"equivalents {100 * caught / (len(tried) - len(known)):.1f} %), {len(known)} survivors explained, "
+              f"{len(survivors) - len(known)} not; drawn again: {again}")
     return len(survivors) - len(known)
 
 
@@ -371,29 +372,38 @@ def main():
             for s in orders[n][: quota[n]]:
                 print(f"{s.file}:{s.line}: {s.kind}\n  - {s.before}\n  + {s.after}")
         return 0
-    present = {s.id for n in sites for s in sites[n]}
-    current = lambda: [r for r in done.values() if r["id"] in present]
+
+    def drawn():
+        """Of what was tried, the share of each file: earlier rules or counts may have tried others too."""
+        chosen = []
+        for n in quota:
+            tried = 0
+            for s in orders[n]:
+                if s.id in done and tried < quota[n]:
+                    chosen.append(done[s.id] | {"line": s.line})
+                    tried += done[s.id]["outcome"] in ("caught", "survived")
+        return chosen
+
     if args.report:
-        return 1 if report(current(), table, args.seed) else 0
+        return 1 if report(drawn(), table, args.seed) else 0
 
     bench = Bench()
 
     def attempt(s):
         start = time.monotonic()
         outcome, by = bench.attempt(s)
-        r = {"id": s.id, "file": s.file, "line": s.line, "kind": s.kind, "before": s.before, "after": s.after, "outcome": outcome,
-             "by": by, "seconds": round(time.monotonic() - start, 1)}
+        r = {k: getattr(s, k) for k in ("id", "file", "line", "kind", "before", "after")}
+        r |= {"outcome": outcome, "by": by, "seconds": round(time.monotonic() - start, 1)}
         done[s.id] = r
         with path.open("a") as f:
             f.write(json.dumps(r) + "\n")
         print(f"{outcome:16} {s.file}:{s.line} {s.kind}: {by or s.after} ({r['seconds']} s)", flush=True)
 
     if args.again:
-        for n in sites:
-            for s in sites[n]:
-                if done.get(s.id, {}).get("outcome") == "survived" and not explained(done[s.id], table):
-                    attempt(s)
-        return 1 if report(current(), table, args.seed) else 0
+        for s in (s for n in sites for s in sites[n]):
+            if done.get(s.id, {}).get("outcome") == "survived" and not explained(done[s.id], table):
+                attempt(s)
+        return 1 if report(drawn(), table, args.seed) else 0
     # Files take turns, so that a run cut short has seen something of each.
     for turn in range(max(quota.values(), default=0)):
         for n in sorted(quota, key=lambda n: hashlib.sha256(f"{args.seed} {n}".encode()).hexdigest()):
@@ -406,7 +416,7 @@ def main():
                 tried += done[s.id]["outcome"] in ("caught", "survived")
                 if tried > turn:
                     break
-    return 1 if report(current(), table, args.seed) else 0
+    return 1 if report(drawn(), table, args.seed) else 0
 
 
 if __name__ == "__main__":
