@@ -2,6 +2,7 @@
 // Status texts, slot control, memory, version record and run-time controls.
 #include <gtest/gtest.h>
 #include <limits.h>
+#include <malloc.h>
 #include <stdlib.h>
 #include <string.h>
 #include <xmmintrin.h>
@@ -255,6 +256,12 @@ TEST_F(Memory, BlocksOfTheHeap) {
     vek::mx::veksFree(blocks[i]);
   }
   vek::mx::veksFree(nullptr);
+}
+
+TEST_F(Memory, ReleasedBlocksAreTheHeapsAgain) {
+  const size_t before = mallinfo2().uordblks;
+  for (int i = 0; i < 1000; ++i) vek::release(vek::allocate(5000));
+  EXPECT_LT(mallinfo2().uordblks, before + 100 * 5000);
 }
 
 TEST(Threads, CountIsFixed) {

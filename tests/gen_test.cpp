@@ -261,7 +261,7 @@ TEST(Gen, RefusesInOrderAndWritesNothing) {
     };
     EXPECT_EQ(tri(nullptr, 0, -1, 1, 9, nullptr), vekStsNullPtrErr);
     EXPECT_EQ(tri(nullptr, 0, -1, 1, 9, &past), vekStsTrnglMagnErr);
-    EXPECT_EQ(tri(nullptr, 0, 1, 1, 9, &past), vekStsTrnglFreqErr);
+    EXPECT_EQ(tri(nullptr, 0, 1, 0.5f, 9, &past), vekStsTrnglFreqErr);
     EXPECT_EQ(tri(nullptr, 0, 1, 0.1f, float(kPi), &past), vekStsTrnglAsymErr);
     EXPECT_EQ(tri(nullptr, 0, 1, 0.1f, -float(kPi), &past), vekStsTrnglAsymErr);
     EXPECT_EQ(tri(nullptr, 0, 1, 0.1f, 0, &past), vekStsTrnglPhaseErr);

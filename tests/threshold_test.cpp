@@ -233,16 +233,21 @@ TEST(Threshold, RefusesInOrder) {
       EXPECT_EQ(veksThreshold_32fc_I(&dz, 1, -1, relOp), vekStsBadArgErr);
       EXPECT_EQ(veksThreshold_32f(&x, &d, 0, 1, relOp), vekStsSizeErr);
     }
-    for (const VekStatus s : {veksThreshold_32fc(&z, &dz, 1, -1, vekCompareLess), veksThreshold_LT_32fc(&z, &dz, 1, -1),
-                              veksThreshold_GT_32fc_I(&dz, 1, -1), veksThreshold_LTVal_32fc(&z, &dz, 1, -1, z),
-                              veksThreshold_GTVal_32fc(&z, &dz, 1, -1, z), veksThreshold_LTInv_32fc(&z, &dz, 1, -1),
-                              veksThreshold_LTInv_32f(&x, &d, 1, -1), veksThreshold_LTAbs_32f(&x, &d, 1, -1),
-                              veksThreshold_GTAbs_32f(&x, &d, 1, -1), veksThreshold_LTAbs_32s(&i, &di, 1, -1),
-                              veksThreshold_GTAbs_32s_I(&di, 1, -1)})
-      EXPECT_EQ(s, vekStsThreshNegLevelErr);
+    // The length is judged before the level.
+    for (const auto& [len, refusal] : {std::pair(1, vekStsThreshNegLevelErr), std::pair(0, vekStsSizeErr)})
+      for (const VekStatus s :
+           {veksThreshold_32fc(&z, &dz, len, -1, vekCompareLess), veksThreshold_LT_32fc(&z, &dz, len, -1),
+            veksThreshold_GT_32fc_I(&dz, len, -1), veksThreshold_LTVal_32fc(&z, &dz, len, -1, z),
+            veksThreshold_GTVal_32fc(&z, &dz, len, -1, z), veksThreshold_LTInv_32fc(&z, &dz, len, -1),
+            veksThreshold_LTInv_32f(&x, &d, len, -1), veksThreshold_LTAbs_32f(&x, &d, len, -1),
+            veksThreshold_GTAbs_32f(&x, &d, len, -1), veksThreshold_LTAbs_32s(&i, &di, len, -1),
+            veksThreshold_GTAbs_32s_I(&di, len, -1)})
+        EXPECT_EQ(s, refusal);
     EXPECT_EQ(veksThreshold_LTValGTVal_32f(&x, &d, 1, 2, 0, 1, 0), vekStsThresholdErr);
     EXPECT_EQ(veksThreshold_LTValGTVal_32s_I(&di, 1, 2, 0, 1, 0), vekStsThresholdErr);
-    EXPECT_EQ(veksThreshold_LTInv_32f(&x, &d, 0, -1), vekStsSizeErr);
+    EXPECT_EQ(veksThreshold_LTValGTVal_32f(&x, &d, 0, 2, 0, 1, 0), vekStsSizeErr);
+    EXPECT_EQ(veksThreshold_LTInv_32f(&x, &d, 0, 0), vekStsSizeErr);
+    EXPECT_EQ(veksThreshold_LTInv_32fc(&z, &dz, 0, 0), vekStsSizeErr);
     EXPECT_EQ(d, 99);
     EXPECT_EQ(di, 99);
     EXPECT_EQ(dz.re, 99);

@@ -16,8 +16,7 @@
 namespace vek::VEK_SLOT {
 namespace {
 
-// ---- the column of the elements 0
-// -----------------------------------------------------------------------------------
+// ---- the column of the elements 0 -----------------------------------------------------------------------------------
 
 // Real parts d in bit-reversed order to elements 0 and R/2 (the parts of x[0]) and 1 .. R/2-1 of their spectrum.
 template <class T>
@@ -58,8 +57,7 @@ VEK_INLINE void partFirst(const Pair<T> (&x)[4], T (&d)[8]) {
   d[4] = a1 + b1, d[5] = a1 - b1, d[6] = c1 - e1, d[7] = c1 + e1;
 }
 
-// ---- columns
-// --------------------------------------------------------------------------------------------------------
+// ---- columns --------------------------------------------------------------------------------------------------------
 
 // Column block at float offset k of the spectra that a pass joins, and where it goes. Down: the joined spectrum is at
 // an odd place.
@@ -116,8 +114,7 @@ struct FirstRoots {
   }
 };
 
-// ---- forward
-// --------------------------------------------------------------------------------------------------------
+// ---- forward --------------------------------------------------------------------------------------------------------
 
 // The first block; `half` takes column length/2 of the direct rows.
 template <Output O, bool Down, int Bits, class T>
@@ -171,8 +168,7 @@ VEK_NOINLINE void joinSpectra(T* data, int64_t length, const T* firstRoots, cons
   for (int r = 0; r < R / 2; ++r) storeFirst<O>(at.mirrored(R - 1 - r, length - 2 * L), half[r].re, half[r].im);
 }
 
-// ---- inverse
-// --------------------------------------------------------------------------------------------------------
+// ---- inverse --------------------------------------------------------------------------------------------------------
 
 // From one place to another, or in place: the last block first, because a mirrored one needs an element of the block
 // before.
@@ -214,8 +210,7 @@ VEK_NOINLINE void partSpectrum(const T* src, T* dst, int64_t length, const T* fi
       });
 }
 
-// ---- passes
-// ---------------------------------------------------------------------------------------------------------
+// ---- passes ---------------------------------------------------------------------------------------------------------
 
 // Over `total` real points, from src to dst; `odd` tells the place of a single spectrum.
 template <Direction D, Output O, int Bits, class T>

@@ -231,8 +231,7 @@ VEK_NOINLINE void smallTransform(const T* src, T* dst, T scale) {
   }
 }
 
-// ---- real data of 2n points, n = 2^M
-// --------------------------------------------------------------------------------
+// ---- real data of 2n points, n = 2^M --------------------------------------------------------------------------------
 
 // Pairs of samples are the elements of a complex transform Z. With E = (Z[k] + conj Z[n-k]) / 2,
 // O = (Z[k] - conj Z[n-k]) / 2i and w = exp(-2 pi i / 2n) the spectrum is X[k] = E + w^k O, X[n-k] = conj(E - w^k O).
