@@ -79,9 +79,9 @@ VEK_NOINLINE void filterPieces(const T* src, T* dst, int64_t len, int64_t from, 
     const int64_t count = to - i < piece ? to - i : piece;
     copyRepeated(buffer + 2 * half, src, len, i + half, count);
     if (mapped) mapOrder(buffer + 2 * half, count);
-    __builtin_memset(buffer + 2 * half + count, 0, kListSlack * sizeof(T));
+    if (mapped) __builtin_memset(buffer + 2 * half + count, 0, kListSlack * sizeof(T));
     slidePiece(buffer, dst + i, count, mask);
-    __builtin_memmove(buffer, buffer + count, size_t(2 * half) * sizeof(T));
+    if (i + count < to) __builtin_memmove(buffer, buffer + count, size_t(2 * half) * sizeof(T));
   }
 }
 

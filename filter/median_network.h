@@ -84,20 +84,23 @@ template <int N, int M>
 VEK_INLINE bool isPlain(const float* s) {
   constexpr int lanes = Pack<float>::lanes;
   static_assert(M <= lanes + 1);
+  const Pack<int32_t> minusZero = broadcast(INT32_MIN);
   Pack<float> last = load(s + (N - 1) * lanes + M - 1);
-  Pack<float> marks = zeros<float>();  // sign bits tell
-  // Only -0 loses its sign bit when 1 is taken from it as an integer.
-  const auto signLost = [](Pack<float> x)
-                            VEK_LAMBDA { return x & bits<float>(~(bits<int32_t>(x) + broadcast(int32_t(-1)))); };
+  Pack<int32_t> least = bits<int32_t>(last);  // as an integer -0 is the least of all
+  Mask<int32_t> marks = least == minusZero;
 #pragma GCC unroll 4
   for (int k = 0; k < N; ++k) {
     const Pack<float> x = load(s + k * lanes);
-    if (k % 2 == 0) marks = marks | bits<float>(unordered(x, last));
-    marks = marks | signLost(x);
+    if (k % 2 == 0) marks = marks | maskCast<int32_t>(unordered(x, last));
+    if constexpr (kSse41) {
+      least = minOf(least, bits<int32_t>(x));
+    } else {
+      marks = marks | (bits<int32_t>(x) == minusZero);
+    }
     last = x;
   }
-  if (N % 2 == 0) marks = marks | bits<float>(unordered(last, last));
-  return laneBits(asMask<float>(marks | signLost(load(s + (N - 1) * lanes + M - 1)))) == 0;
+  if (N % 2 == 0) marks = marks | maskCast<int32_t>(unordered(last, last));
+  return laneBits(marks | (least == minusZero)) == 0;
 }
 
 // Packs of outputs at a time.

@@ -17,20 +17,18 @@ constexpr uint32_t afterSteps(uint32_t x, int n) {
   return x;
 }
 
-// Subtract with borrow. Only the borrow ties a number to the one before it, by an addition and a shift.
+// Subtract with borrow: the sign of a difference is the borrow of the next one, and all that ties the two. Two
+// instructions that change no register hand it on; an arithmetic shift would come with a copy, half as much again.
 struct Subtractor {
   uint32_t a, b, c;
-  uint32_t borrow;
+  uint32_t before;  // the difference before, uncorrected
 
   VEK_INLINE explicit Subtractor(uint32_t seed)
-      : a(seed), b(afterSteps(seed, 1)), c(afterSteps(seed, 2)), borrow(~uint32_t(0)) {}
+      : a(seed), b(afterSteps(seed, 1)), c(afterSteps(seed, 2)), before(0x80000000) {}
   VEK_INLINE uint32_t difference(uint32_t x, uint32_t y) {
-    uint32_t d = x - y;
-    __asm__("" : "+r"(d));  // keeps the compiler from adding the borrow, which comes last, first
-    d += borrow;
-    const uint32_t corrected = d - 18;
-    borrow = uint32_t(int32_t(d) >> 31);
-    return int32_t(d) < 0 ? corrected : d;
+    __asm__("btl $31, %1\n\tsbbl %2, %0" : "+&r"(x) : "r"(before), "r"(y) : "cc");
+    before = x;
+    return int32_t(x) < 0 ? x - 18 : x;
   }
   VEK_INLINE uint32_t half() { return difference(b, c); }
   VEK_INLINE void step(uint32_t* out) {
@@ -72,7 +70,7 @@ struct Mapping {
   }
 };
 
-constexpr int kUniformBlock = 64;
+constexpr int kUniformBlock = 16;
 
 // The integers are drawn one block ahead of their conversion: the chain of borrows and the packs then run side by side.
 VEK_INLINE uint32_t fillUniform(float* dst, int len, Mapping map, uint32_t seed) {
@@ -119,35 +117,37 @@ struct Points {
   int count;
 };
 
-VEK_INLINE void drawPoints(Points& points, int pairs, Subtractor& numbers, Congruential& congruential) {
-  alignas(32) uint32_t raw[2 * kPairs];
-  for (int i = 0; i < 2 * pairs; i += 2) numbers.step(raw + i);
+VEK_INLINE void choosePoints(Points& points, const uint32_t* raw, int pairs, Congruential& congruential) {
   const Pack<double> unit = broadcast(4.656612873077e-10);
   alignas(32) double u[8], v[8], s[8];
-  int count = 0;
+  ptrdiff_t count = 0;
   for (int i = 0; i < 2 * pairs; i += 16) {
     const Pack<int32_t> r0 = congruential.plus(raw + i), r1 = congruential.plus(raw + i + 8);
     const Two<int32_t> r = deinterleave(r0, r1);
     const Group<double, 2> x = toDouble(r.a), y = toDouble(r.b);
+    uint32_t inside = 0;
     for (int k = 0; k < 2; ++k) {
-      const Pack<double> a = x.p[k] * unit, b = y.p[k] * unit;
+      const Pack<double> a = x.p[k] * unit, b = y.p[k] * unit, square = a * a + b * b;
       store(u + 4 * k, a);
       store(v + 4 * k, b);
-      store(s + 4 * k, a * a + b * b);
+      store(s + 4 * k, square);
+      inside |= laneBits((square < broadcast(1.0)) & (square > zeros<double>())) << (4 * k);
     }
+#pragma GCC unroll 8
     for (int k = 0; k < 8; ++k) {
       points.u[count] = u[k];
       points.v[count] = v[k];
       points.s[count] = s[k];
       points.ending[count] = raw[i + 2 * k + 1];
-      count += s[k] < 1 && s[k] > 0;
+      count += ptrdiff_t(inside >> k & 1);
     }
   }
-  points.count = count;
+  points.count = int(count);
 }
 
-// Two elements from each point, four points at a time.
-VEK_INLINE void gaussFrom(float* dst, const Points& points, float mean, double deviation) {
+// Two elements from each point, four points at a time, with a call of `meanwhile` for each four.
+template <class F>
+VEK_INLINE void gaussFrom(float* dst, const Points& points, float mean, double deviation, F meanwhile) {
   const Pack<double> d = broadcast(deviation);
   for (int i = 0; i < points.count; i += 4) {
     const Pack<double> s = load(points.s + i);
@@ -155,30 +155,48 @@ VEK_INLINE void gaussFrom(float* dst, const Points& points, float mean, double d
     const __m128i first = doubleToFloats(load(points.v + i) * d * f);
     const __m128i second = doubleToFloats(load(points.u + i) * d * f);
     store(dst + 2 * i, fromHalves<float>(unpackLow<4>(first, second), unpackHigh<4>(first, second)) + broadcast(mean));
+    meanwhile();
   }
 }
 
-// One point more than the pairs stored is drawn, and for odd lengths its first element used.
+// Somewhat more points than the 4/pi a pair that are to be expected, in whole packs.
+VEK_INLINE int pairsFor(int needed) {
+  const int guess = needed < kPairs ? (needed + needed / 3 + 8) / 8 * 8 : kPairs;
+  return guess < kPairs ? guess : kPairs;
+}
+
+// One point more than the pairs stored is drawn, and for odd lengths its first element used. While the points of one
+// block become elements, the integers of the next are drawn: neither waits for the other.
 VEK_INLINE uint32_t fillGauss(float* dst, int len, float mean, double deviation, uint32_t seed) {
   Subtractor numbers(seed);
   Congruential congruential;
   Points points;
+  alignas(32) uint32_t raw[2 * kPairs];
   int needed = len / 2 + 1;
   ptrdiff_t left = len;
+  int pairs = pairsFor(needed);
+  for (int i = 0; i < 2 * pairs; i += 2) numbers.step(raw + i);
   for (;;) {
-    // Somewhat more points than the 4/pi a pair that are to be expected, in whole packs.
-    const int guess = needed < kPairs ? (needed + needed / 3 + 8) / 8 * 8 : kPairs;
-    drawPoints(points, guess < kPairs ? guess : kPairs, numbers, congruential);
+    choosePoints(points, raw, pairs, congruential);
     if (points.count > needed) points.count = needed;
     for (int i = points.count; i < points.count + 4; ++i) points.s[i] = points.u[i] = points.v[i] = 0.5;
+    needed -= points.count;
+    pairs = needed == 0 ? 0 : pairsFor(needed);
+    int drawn = 0;
+    const auto draw = [&]() VEK_LAMBDA {
+      constexpr int steps = 5;  // by 64 pairs, of which 50 are good for points
+      if (drawn + 2 * steps > 2 * pairs) return;
+      for (int i = 0; i < steps; ++i) numbers.step(raw + drawn + 2 * i);
+      drawn += 2 * steps;
+    };
     if (left >= 2 * kPairs) {
-      gaussFrom(dst, points, mean, deviation);
+      gaussFrom(dst, points, mean, deviation, draw);
     } else {
       alignas(32) float block[2 * kPairs + 8];
-      gaussFrom(block, points, mean, deviation);
+      gaussFrom(block, points, mean, deviation, draw);
       copyShort(dst, block, (left < 2 * points.count ? left : 2 * points.count) * ptrdiff_t(sizeof(float)));
     }
-    needed -= points.count;
+    for (; drawn < 2 * pairs; drawn += 2) numbers.step(raw + drawn);
     if (needed == 0) return points.ending[points.count - 1];
     dst += 2 * points.count;
     left -= 2 * points.count;

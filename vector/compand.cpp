@@ -132,13 +132,29 @@ VEK_INLINE VekStatus decodeFloat(const uint8_t* src, float* dst, int len) {
 
 // ---- encoding -------------------------------------------------------------------------------------------------------
 
-// Exponent and upper four fraction bits of 16 positive 16-bit integers as floats: 16 * (floor(log2 x) + 127) plus the
-// four bits below the leading one.
+// Odd words from `odd`, the others from `even`.
+template <class T>
+VEK_INLINE Pack<T> blendOddWords(Pack<T> even, Pack<T> odd) {
+  static_assert(kSame<T, int16_t>);
+  if constexpr (kSse41) {
+    return each<Pack<T>>([&](int i) VEK_LAMBDA {
+      using Reg = typename Pack<T>::Reg;
+      VEK_INTRINSIC(_mm256_blend_epi16, _mm_blend_epi16, __m256i, __m128i, Reg, (Raw)even.r[i], (Raw)odd.r[i], 0xAA)
+    });
+  } else {
+    const Pack<int32_t> lower = broadcast(0xFFFF);
+    return bits<T>((bits<int32_t>(even) & lower) | (bits<int32_t>(odd) & ~lower));
+  }
+}
+
+// 16 * floor(log2 x) plus the four bits below the leading one, of 16 integers 128 <= x < 32768, read off their floats.
+// An odd word is converted with the even one behind it, as a fraction: rounding stops at that one's zero sign bit.
 VEK_INLINE Pack<int16_t> logarithms(Pack<int16_t> x) {
-  const Pack<int32_t> pairs = bits<int32_t>(x), lower = broadcast(0xFFFF);
-  const Pack<int32_t> even = bits<int32_t>(toFloat(pairs & lower));
-  const Pack<int32_t> odd = bits<int32_t>(toFloat(bits<int32_t>(bits<uint32_t>(pairs) >> 16)));
-  return bits<int16_t>(bits<int32_t>(bits<uint32_t>(even) >> 16) | (odd & ~lower)) >> 3;
+  const Pack<int32_t> pairs = bits<int32_t>(x);
+  const Pack<int32_t> even = bits<int32_t>(toFloat(pairs & broadcast(0xFFFF)));
+  const Pack<int32_t> odd = bits<int32_t>(toFloat(pairs));
+  const Pack<int16_t> exponents = blendOddWords(bits<int16_t>(bits<uint32_t>(even) >> 16), bits<int16_t>(odd)) >> 3;
+  return exponents - bits<int16_t>(broadcast(16 * 127 | 16 * (127 + 16) << 16));
 }
 
 // Seven bits of code without inversion. The linear segments of A-law come out of the smaller of a line and the
@@ -147,11 +163,11 @@ VEK_INLINE Pack<int16_t> logarithms(Pack<int16_t> x) {
 template <Law L>
 VEK_INLINE Pack<int16_t> encodeMagnitude(Pack<int16_t> x) {
   const Pack<int16_t> m = x ^ (x >> 15);
-  const Pack<int16_t> firstExponent = broadcast(int16_t(16 * (127 + 7)));
+  const Pack<int16_t> first = broadcast(int16_t(16 * 7));
   if constexpr (L == Law::kA) {
-    return minOf(m >> 4, logarithms(maxOf(m, broadcast(int16_t(256)))) - firstExponent);
+    return minOf(m >> 4, logarithms(maxOf(m, broadcast(int16_t(256)))) - first);
   } else {
-    return logarithms(addSaturated(m, broadcast(int16_t(132)))) - firstExponent;
+    return logarithms(addSaturated(m, broadcast(int16_t(132)))) - first;
   }
 }
 

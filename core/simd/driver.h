@@ -6,7 +6,7 @@
 #ifndef VEK_CORE_SIMD_DRIVER_H
 #define VEK_CORE_SIMD_DRIVER_H
 
-#include "core/simd/compare.h"
+#include "core/simd/shuffle.h"
 #include "vek/types.h"
 
 namespace vek::VEK_SLOT {
@@ -70,21 +70,150 @@ VEK_INLINE void drive(const D* dst, ptrdiff_t n, Make make, Put put, Step step) 
 #pragma GCC unroll 4
     for (int k = 0; k < 4; ++k) step(i + k * L);
   }
+  if (i + 2 * L <= last) {
+    step(i);
+    step(i + L);
+    i += 2 * L;
+  }
   for (; i < last; i += L) step(i);
   if (aligns) put(0, head);
   put(last, tail);
 }
 
-template <int L, class F, class D, class... S>
-VEK_INLINE void sweepShort(F f, D* dst, ptrdiff_t n, const S*... src) {
-  Block<D, L> out;
-  [&](auto... in) VEK_LAMBDA { f(out.x, in.x...); }(shortBlock<L>(src, n)...);
-  copyShort(dst, out.x, n * ptrdiff_t(sizeof(D)));
+// ---- vectors shorter than a block -----------------------------------------------------------------------------------
+
+// Less than a pack in a register: the largest power of two of elements that fits from the front, beside it as many from
+// the back, and copies of those, so that an operation which watches for special values (a zero divisor, say) meets none
+// that the vector does not hold. Arrays of different types are put in the same order. `bytes` is the length.
+template <class T>
+VEK_INLINE Pack<T> loadShort(const T* src, ptrdiff_t bytes) {
+  const char* p = reinterpret_cast<const char*>(src);
+  const auto word32 = [](const char* from) VEK_LAMBDA {
+    int32_t x;
+    __builtin_memcpy(&x, from, 4);
+    return _mm_cvtsi32_si128(x);
+  };
+  if (bytes >= 16) {
+    return fromHalves<T>(_mm_loadu_si128((const __m128i_u*)p), _mm_loadu_si128((const __m128i_u*)(p + bytes - 16)));
+  }
+  __m128i h;
+  if (sizeof(T) == 8 || bytes >= 8) {
+    h = _mm_unpacklo_epi64(_mm_loadl_epi64((const __m128i_u*)p), _mm_loadl_epi64((const __m128i_u*)(p + bytes - 8)));
+  } else if (sizeof(T) == 4 || bytes >= 4) {
+    h = _mm_unpacklo_epi32(word32(p), word32(p + bytes - 4));
+    h = _mm_unpacklo_epi64(h, h);
+  } else {
+    const uint8_t* b = reinterpret_cast<const uint8_t*>(p);
+    uint32_t word = b[0] * 0x01010101u;
+    if (sizeof(T) == 2 || bytes >= 2) word = b[0] | b[1] << 8 | b[bytes - 2] << 16 | uint32_t(b[bytes - 1]) << 24;
+    h = _mm_shuffle_epi32(_mm_cvtsi32_si128(int(word)), 0);
+  }
+  return fromHalves<T>(h, h);
 }
+
+template <class T>
+VEK_INLINE void storeShort(T* dst, Pack<T> x, ptrdiff_t bytes) {
+  char* p = reinterpret_cast<char*>(dst);
+  const __m128i h = half(x, 0);
+  if (bytes >= 16) {
+    _mm_storeu_si128((__m128i_u*)p, h);
+    _mm_storeu_si128((__m128i_u*)(p + bytes - 16), half(x, 1));
+  } else if (sizeof(T) == 8 || bytes >= 8) {
+    _mm_storel_epi64((__m128i_u*)p, h);
+    _mm_storel_epi64((__m128i_u*)(p + bytes - 8), _mm_unpackhi_epi64(h, h));
+  } else if (sizeof(T) == 4 || bytes >= 4) {
+    const int32_t first = _mm_cvtsi128_si32(h), last = _mm_cvtsi128_si32(_mm_srli_epi64(h, 32));
+    __builtin_memcpy(p, &first, 4);
+    __builtin_memcpy(p + bytes - 4, &last, 4);
+  } else {
+    const uint32_t word = uint32_t(_mm_cvtsi128_si32(h)), last = word >> 16;
+    if (sizeof(T) == 2 || bytes >= 2) {
+      p[0] = char(word), p[1] = char(word >> 8);
+      p[bytes - 2] = char(last), p[bytes - 1] = char(last >> 8);
+    } else {
+      p[0] = char(word);
+    }
+  }
+}
+
+// The same order in memory, for a block of `Bytes` with elements like T.
+template <int Bytes, class T>
+VEK_INLINE void gatherShort(T* block, const T* src, ptrdiff_t bytes) {
+  constexpr int rest = Bytes / 2 / int(sizeof(T));
+  if constexpr (Bytes <= 32) {
+    const Pack<T> x = loadShort(src, bytes);
+    const __m128i h = half(x, 0);
+    if constexpr (Bytes == 32) {
+      store(block, x);
+    } else {
+      __builtin_memcpy(block, &h, Bytes);
+    }
+  } else if (bytes >= Bytes / 2) {
+    copyBlock<T, rest>(block, src);
+    copyBlock<T, rest>(block + rest, src + bytes / ptrdiff_t(sizeof(T)) - rest);
+  } else {
+    gatherShort<Bytes / 2>(block, src, bytes);
+    copyBlock<T, rest>(block + rest, block);
+  }
+}
+template <int Bytes, class T>
+VEK_INLINE void scatterShort(T* dst, const T* block, ptrdiff_t bytes) {
+  constexpr int rest = Bytes / 2 / int(sizeof(T));
+  if constexpr (Bytes == 32) {
+    storeShort(dst, load(block), bytes);
+  } else if constexpr (Bytes < 32) {
+    __m128i h = _mm_setzero_si128();
+    __builtin_memcpy(&h, block, Bytes);
+    storeShort(dst, withLowHalf<T>(h), bytes);
+  } else if (bytes >= Bytes / 2) {
+    copyBlock<T, rest>(dst, block);
+    copyBlock<T, rest>(dst + bytes / ptrdiff_t(sizeof(T)) - rest, block + rest);
+  } else {
+    scatterShort<Bytes / 2>(dst, block, bytes);
+  }
+}
+
+// Elements of a size that is a power of two are moved as integers.
+template <class T>
+constexpr bool kPowerOfTwoSize = (sizeof(T) & (sizeof(T) - 1)) == 0;
+
+template <int L, class T>
+VEK_INLINE Block<T, L> gatherBlock(const T* src, ptrdiff_t n) {
+  Block<T, L> b;
+  using U = UnsignedOf<T>;
+  gatherShort<L* int(sizeof(T))>((U*)b.x, (const U*)src, n * ptrdiff_t(sizeof(T)));
+  return b;
+}
+
+template <int L, class T>
+VEK_INLINE void scatterBlock(T* dst, const Block<T, L>& b, ptrdiff_t n) {
+  using U = UnsignedOf<T>;
+  scatterShort<L* int(sizeof(T))>((U*)dst, (const U*)b.x, n * ptrdiff_t(sizeof(T)));
+}
+
+// Out of line: with its blocks in the frame, every call of the kernel would pay for aligning one. The functor comes by
+// reference to a copy, because gcc forgets to clean the upper vector halves after a call that passes packs by value,
+// and would keep one that has escaped out of registers.
+template <int L, class F, class D, class... S>
+VEK_NOINLINE void sweepShort(const F& f, D* dst, ptrdiff_t n, const S*... src) {
+  Block<D, L> out;
+  if constexpr (kPowerOfTwoSize<D> && (kPowerOfTwoSize<S> && ...)) {
+    [&](auto... in) VEK_LAMBDA { f(out.x, in.x...); }(gatherBlock<L>(src, n)...);
+    scatterBlock(dst, out, n);
+  } else {
+    [&](auto... in) VEK_LAMBDA { f(out.x, in.x...); }(shortBlock<L>(src, n)...);
+    copyShort(dst, out.x, n * ptrdiff_t(sizeof(D)));
+  }
+}
+
+// ---- whole vectors --------------------------------------------------------------------------------------------------
 
 template <int L, class F, class D, class... S>
 VEK_INLINE void sweep(F f, D* dst, ptrdiff_t n, const S*... src) {
-  if (n < L) return sweepShort<L>(f, dst, n, src...);
+  if (n < L) {
+    const F copy = f;
+    return sweepShort<L>(copy, dst, n, src...);
+  }
   const auto make = [&](ptrdiff_t i) VEK_LAMBDA {
     Block<D, L> b;
     f(b.x, (src + i)...);
@@ -96,15 +225,21 @@ VEK_INLINE void sweep(F f, D* dst, ptrdiff_t n, const S*... src) {
 
 // Two destinations: f(dst1, dst2, src...).
 template <int L, class F, class D1, class D2, class... S>
+VEK_NOINLINE void sweepTwoShort(const F& f, D1* dst1, D2* dst2, ptrdiff_t n, const S*... src) {
+  Block<D1, L> out1;
+  Block<D2, L> out2;
+  [&](auto... in) VEK_LAMBDA { f(out1.x, out2.x, in.x...); }(gatherBlock<L>(src, n)...);
+  scatterBlock(dst1, out1, n);
+  scatterBlock(dst2, out2, n);
+}
+template <int L, class F, class D1, class D2, class... S>
 VEK_INLINE void sweepTwo(F f, D1* dst1, D2* dst2, ptrdiff_t n, const S*... src) {
+  if (n < L) {
+    const F copy = f;
+    return sweepTwoShort<L>(copy, dst1, dst2, n, src...);
+  }
   Block<D1, L> tail1;
   Block<D2, L> tail2;
-  if (n < L) {
-    [&](auto... in) VEK_LAMBDA { f(tail1.x, tail2.x, in.x...); }(shortBlock<L>(src, n)...);
-    copyShort(dst1, tail1.x, n * ptrdiff_t(sizeof(D1)));
-    copyShort(dst2, tail2.x, n * ptrdiff_t(sizeof(D2)));
-    return;
-  }
   const ptrdiff_t last = n - L;
   f(tail1.x, tail2.x, (src + last)...);
   ptrdiff_t i = 0;
@@ -122,7 +257,12 @@ VEK_INLINE void sweepTwo(F f, D1* dst1, D2* dst2, ptrdiff_t n, const S*... src) 
 template <class Op, class D, class... S>
 VEK_INLINE void mapPacks(Op op, D* dst, ptrdiff_t n, const S*... src) {
   constexpr int L = Pack<D>::lanes;
-  if (n < L) return sweepShort<L>([op](D* d, const S*... s) VEK_LAMBDA { store(d, op(load(s)...)); }, dst, n, src...);
+  if (n < L) {
+    if (n < 1) return;
+    [[maybe_unused]] const ptrdiff_t bytes = n * ptrdiff_t(sizeof(D));
+    storeShort(dst, op(loadShort(src, bytes)...), bytes);
+    return;
+  }
   const auto make = [&]([[maybe_unused]] ptrdiff_t i) VEK_LAMBDA { return op(load(src + i)...); };
   const auto put = [&](ptrdiff_t i, Pack<D> x) VEK_LAMBDA { store(dst + i, x); };
   drive<L>(dst, n, make, put, [&](ptrdiff_t i) VEK_LAMBDA { put(i, make(i)); });
