@@ -144,12 +144,15 @@ class Bench:
 
     @staticmethod
     def sync():
-        """Files that differ are copied; what a run that was cut short has left is overwritten by that."""
+        """Files that differ are copied, which also undoes what a run that was cut short has left, and others removed."""
         listed = run(["git", "-C", ROOT, "ls-files", "-co", "--exclude-standard"]).stdout.split("\n")
-        for name in filter(None, listed):
+        listed = [name for name in listed if (ROOT / name).is_file()]
+        for copy in list(TREE.rglob("*")):
+            name = copy.relative_to(TREE)
+            if copy.is_file() and name.parts[0] != "build" and str(name) not in listed:
+                copy.unlink()
+        for name in listed:
             source, copy = ROOT / name, TREE / name
-            if not source.is_file():
-                continue
             data = source.read_bytes()
             if not copy.exists() or copy.read_bytes() != data:
                 copy.parent.mkdir(parents=True, exist_ok=True)
