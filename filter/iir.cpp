@@ -39,7 +39,7 @@ VEK_INLINE VekStatus normalise(V* to, const Coef* taps, int64_t order, bool biqu
   return vekStsNoErr;
 }
 
-template <class K, class V = typename K::Value>
+template <class V>
 VEK_INLINE double* tablesFor(const IirState& s, double* tables) {
   if (!kIirBlocks || section<V>(s, 0).order > kBlockMaxOrder) return nullptr;
   if constexpr (kIirBlocks) {
@@ -49,9 +49,7 @@ VEK_INLINE double* tablesFor(const IirState& s, double* tables) {
     double* t = tables;
     for (int i = 0; i < sections(s); ++i) {
       const Section<V> q = section<V>(s, i);
-      if (!buildTable(t, q)) return nullptr;
-      // Coefficients in single precision lose more in the recursion itself.
-      if (kSame<typename K::Coef, V> && !keepsPrecision(t, q)) return nullptr;
+      if (!buildTable(t, q) || !keepsPrecision(t, q)) return nullptr;
       t += 4 * tablePacks(kParts<V>, q.order);
     }
   }
@@ -80,7 +78,7 @@ VEK_INLINE VekStatus buildState(IirState** state, const typename K::Coef* taps, 
     V* to = static_cast<V*>(s->coefs) + i * (2 * order + 1);
     if (const VekStatus e = normalise(to, taps + i * 2 * (order + 1), order, numBq != 0)) return e;
   }
-  s->tables = tablesFor<K>(*s, reinterpret_cast<double*>(start + at.tables));
+  s->tables = tablesFor<V>(*s, reinterpret_cast<double*>(start + at.tables));
   *state = s;
   return vekStsNoErr;
 }

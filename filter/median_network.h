@@ -92,7 +92,7 @@ VEK_INLINE bool isPlain(const float* s) {
   for (int k = 0; k < N; ++k) {
     const Pack<float> x = load(s + k * lanes);
     if (k % 2 == 0) marks = marks | maskCast<int32_t>(unordered(x, last));
-    if constexpr (kSse41) {
+    if constexpr (Pack<int32_t>::regs == 1) {
       least = minOf(least, bits<int32_t>(x));
     } else {
       marks = marks | (bits<int32_t>(x) == minusZero);

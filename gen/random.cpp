@@ -185,7 +185,8 @@ VEK_INLINE uint32_t fillGauss(float* dst, int len, float mean, double deviation,
     int drawn = 0;
     const auto draw = [&]() VEK_LAMBDA {
       constexpr int steps = 5;  // by 64 pairs, of which 50 are good for points
-      if (drawn + 2 * steps > 2 * pairs) return;
+      // Packs of two registers leave none for the integers.
+      if (Pack<double>::regs == 2 || drawn + 2 * steps > 2 * pairs) return;
       for (int i = 0; i < steps; ++i) numbers.step(raw + drawn + 2 * i);
       drawn += 2 * steps;
     };

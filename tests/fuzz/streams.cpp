@@ -243,7 +243,7 @@ template <class Kind>
 std::string iir(Input& in, bool biquads) {
   using Data = typename Kind::Data;
   using Tap = typename Kind::Tap;
-  const int order = biquads ? 2 : in.between(1, in.oneIn(6) ? 12 : 6), sections = biquads ? in.between(1, 5) : 1;
+  const int order = biquads ? 2 : in.between(1, in.oneIn(6) ? 40 : 6), sections = biquads ? in.between(1, 5) : 1;
   std::vector<Tap> taps;
   for (int q = 0; q < sections; ++q) addSection(in, order, taps);
   const std::vector<Data> x = signal<Data>(in, size_t(in.between(1, in.oneIn(4) ? 1500 : 200)));
@@ -276,7 +276,7 @@ std::string iir(Input& in, bool biquads) {
     for (size_t i = 0; i < y.size() && problem.empty(); ++i) {
       const bool exact = slot != 0 || sameBits(y[i], make<Data>(double(plain[i].real()), double(plain[i].imag())));
       const auto off = std::abs(truth[i] - std::complex<long double>(value(y[i])));
-      if (!exact || off > 64 * error + 0x1p-17L * largest)
+      if (!exact || off > 64 * error + 0x1p-22L * largest)
         problem = "output " + std::to_string(i) + " is off by " + std::to_string(off / largest * 1e6L) +
                   " millionths of the largest, the recursion by " + std::to_string(error / largest * 1e6L) +
                   ", order " + std::to_string(order);
