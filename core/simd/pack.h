@@ -124,17 +124,6 @@ VEK_INLINE void store(T* p, Pack<T> x) {
   }
 }
 
-// Past the caches, to memory; p is 32-byte aligned. The caller ends with _mm_sfence().
-template <class T>
-VEK_INLINE void storeStreaming(T* p, Pack<T> x) {
-  if constexpr (Pack<T>::regs == 1) {
-    _mm256_stream_si256(reinterpret_cast<__m256i*>(p), regCast<__m256i>(x.r[0]));
-  } else {
-    _mm_stream_si128(reinterpret_cast<__m128i*>(p), regCast<__m128i>(x.r[0]));
-    _mm_stream_si128(reinterpret_cast<__m128i*>(p + Pack<T>::regLanes), regCast<__m128i>(x.r[1]));
-  }
-}
-
 template <int K, class T>
 VEK_INLINE Group<T, K> loadGroup(const T* p) {
   Group<T, K> g;
