@@ -283,25 +283,6 @@ VEK_INLINE Pack<T> roundEven(Pack<T> a) {
     return select(m < big, ((m + big) - big) | signOf(a), a);
   }
 }
-template <class T>
-VEK_INLINE Pack<T> truncate(Pack<T> a) {
-  if constexpr (kSse41) {
-    return roundWith<_MM_FROUND_TO_ZERO | _MM_FROUND_NO_EXC>(a);
-  } else {
-    const Pack<T> m = magnitude(a), r = roundEven(m);
-    return (r - keep(r > m, broadcast(T(1)))) | signOf(a);
-  }
-}
-template <class T>
-VEK_INLINE Pack<T> floorOf(Pack<T> a) {
-  if constexpr (kSse41) {
-    return roundWith<_MM_FROUND_TO_NEG_INF | _MM_FROUND_NO_EXC>(a);
-  } else {
-    const Pack<T> r = roundEven(a);
-    return r - keep(r > a, broadcast(T(1)));
-  }
-}
-
 }  // namespace
 }  // namespace vek::VEK_SLOT
 

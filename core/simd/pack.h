@@ -180,33 +180,6 @@ VEK_INLINE void storePart(T* p, Pack<T> x, ptrdiff_t n) {
   copyFew(p, block, n * ptrdiff_t(sizeof(T)));
 }
 
-// n elements of a group, 0 <= n <= K packs.
-template <int K, class T>
-VEK_INLINE Group<T, K> loadGroupPart(const T* p, ptrdiff_t n) {
-  constexpr int lanes = Pack<T>::lanes;
-  Group<T, K> g;
-#pragma GCC unroll 8
-  for (int k = 0; k < K; ++k) {
-    const ptrdiff_t left = n - k * lanes;
-    g.p[k] = left >= lanes ? load(p + k * lanes) : loadPart(p + k * lanes, left > 0 ? left : 0);
-  }
-  return g;
-}
-
-template <int K, class T>
-VEK_INLINE void storeGroupPart(T* p, Group<T, K> g, ptrdiff_t n) {
-  constexpr int lanes = Pack<T>::lanes;
-#pragma GCC unroll 8
-  for (int k = 0; k < K; ++k) {
-    const ptrdiff_t left = n - k * lanes;
-    if (left >= lanes) {
-      store(p + k * lanes, g.p[k]);
-    } else if (left > 0) {
-      storePart(p + k * lanes, g.p[k], left);
-    }
-  }
-}
-
 // ---- constants --------------------------------------------------------------------------------------------------
 
 template <class T>
