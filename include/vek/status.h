@@ -210,7 +210,7 @@ enum {
   vekStsTrnglAsymErr = -40,  /**< triangle asymmetry outside [-pi, pi) */
   vekStsHugeWinErr = -39,    /**< Kaiser window: length times alpha too large */
   vekStsJaehneErr = -38,     /**< negative magnitude of the Jaehne signal */
-  vekStsStrideErr = -37,
+  vekStsStrideErr = -37,     /**< stride or distance not valid */
   vekStsEpsValErr = -36,
   vekStsWtOffsetErr = -35,
   vekStsAnchorErr = -34,

@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: Apache-2.0
+// vekx: what stands beside vek, in single and double precision. The one header to include, from C99 or C++17 on.
+#ifndef VEKX_H
+#define VEKX_H
+
+// clang-format off
+#include "vek/types.h"
+#include "vek/status.h"
+
+#include "vekx/fft.h" /* Fourier, cosine and sine transforms of every length */
+// clang-format on
+
+#endif
