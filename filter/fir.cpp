@@ -190,19 +190,6 @@ VekStatus veksFIR64fc_32fc(const Vek32fc* pSrc, Vek32fc* pDst, int numIters, Vek
   return filter<Fir64fc>(pSrc, pDst, numIters, pState);
 }
 
-VekStatus veksFIR_32f_I(Vek32f* pSrcDst, int numIters, VeksFIRState_32f* pState) {
-  return filter<Fir32f>(pSrcDst, pSrcDst, numIters, pState);
-}
-VekStatus veksFIR_32fc_I(Vek32fc* pSrcDst, int numIters, VeksFIRState_32fc* pState) {
-  return filter<Fir32fc>(pSrcDst, pSrcDst, numIters, pState);
-}
-VekStatus veksFIR64f_32f_I(Vek32f* pSrcDst, int numIters, VeksFIRState64f_32f* pState) {
-  return filter<Fir64f>(pSrcDst, pSrcDst, numIters, pState);
-}
-VekStatus veksFIR64fc_32fc_I(Vek32fc* pSrcDst, int numIters, VeksFIRState64fc_32fc* pState) {
-  return filter<Fir64fc>(pSrcDst, pSrcDst, numIters, pState);
-}
-
 VekStatus veksFIROne_32f(Vek32f src, Vek32f* pDstVal, VeksFIRState_32f* pState) {
   return filterOne<Fir32f>(src, pDstVal, pState);
 }

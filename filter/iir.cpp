@@ -202,26 +202,14 @@ VekStatus veksIIRFree64fc_32fc(VeksIIRState64fc_32fc* pState) { return freeState
 VekStatus veksIIR_32f(const Vek32f* pSrc, Vek32f* pDst, int len, VeksIIRState_32f* pState) {
   return filter<Iir32f>(pSrc, pDst, len, pState);
 }
-VekStatus veksIIR_32f_I(Vek32f* pSrcDst, int len, VeksIIRState_32f* pState) {
-  return filter<Iir32f>(pSrcDst, pSrcDst, len, pState);
-}
 VekStatus veksIIR_32fc(const Vek32fc* pSrc, Vek32fc* pDst, int len, VeksIIRState_32fc* pState) {
   return filter<Iir32fc>(pSrc, pDst, len, pState);
-}
-VekStatus veksIIR_32fc_I(Vek32fc* pSrcDst, int len, VeksIIRState_32fc* pState) {
-  return filter<Iir32fc>(pSrcDst, pSrcDst, len, pState);
 }
 VekStatus veksIIR64f_32f(const Vek32f* pSrc, Vek32f* pDst, int len, VeksIIRState64f_32f* pState) {
   return filter<Iir64f>(pSrc, pDst, len, pState);
 }
-VekStatus veksIIR64f_32f_I(Vek32f* pSrcDst, int len, VeksIIRState64f_32f* pState) {
-  return filter<Iir64f>(pSrcDst, pSrcDst, len, pState);
-}
 VekStatus veksIIR64fc_32fc(const Vek32fc* pSrc, Vek32fc* pDst, int len, VeksIIRState64fc_32fc* pState) {
   return filter<Iir64fc>(pSrc, pDst, len, pState);
-}
-VekStatus veksIIR64fc_32fc_I(Vek32fc* pSrcDst, int len, VeksIIRState64fc_32fc* pState) {
-  return filter<Iir64fc>(pSrcDst, pSrcDst, len, pState);
 }
 
 VekStatus veksIIROne_32f(Vek32f src, Vek32f* pDstVal, VeksIIRState_32f* pState) {

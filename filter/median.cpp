@@ -143,26 +143,14 @@ VEK_INLINE VekStatus filterMedian(const T* src, T* dst, int len, int maskSize) {
 VekStatus veksFilterMedian_8u(const Vek8u* pSrc, Vek8u* pDst, int len, int maskSize) {
   return filterMedian(pSrc, pDst, len, maskSize);
 }
-VekStatus veksFilterMedian_8u_I(Vek8u* pSrcDst, int len, int maskSize) {
-  return filterMedian(pSrcDst, pSrcDst, len, maskSize);
-}
 VekStatus veksFilterMedian_16s(const Vek16s* pSrc, Vek16s* pDst, int len, int maskSize) {
   return filterMedian(pSrc, pDst, len, maskSize);
-}
-VekStatus veksFilterMedian_16s_I(Vek16s* pSrcDst, int len, int maskSize) {
-  return filterMedian(pSrcDst, pSrcDst, len, maskSize);
 }
 VekStatus veksFilterMedian_32s(const Vek32s* pSrc, Vek32s* pDst, int len, int maskSize) {
   return filterMedian(pSrc, pDst, len, maskSize);
 }
-VekStatus veksFilterMedian_32s_I(Vek32s* pSrcDst, int len, int maskSize) {
-  return filterMedian(pSrcDst, pSrcDst, len, maskSize);
-}
 VekStatus veksFilterMedian_32f(const Vek32f* pSrc, Vek32f* pDst, int len, int maskSize) {
   return filterMedian(pSrc, pDst, len, maskSize);
-}
-VekStatus veksFilterMedian_32f_I(Vek32f* pSrcDst, int len, int maskSize) {
-  return filterMedian(pSrcDst, pSrcDst, len, maskSize);
 }
 
 }  // namespace vek::VEK_SLOT

@@ -75,10 +75,8 @@ VEK_INLINE VekStatus kaiser(const T* src, T* dst, int len, float alpha) {
 VekStatus veksWinKaiser_32f(const Vek32f* pSrc, Vek32f* pDst, int len, Vek32f alpha) {
   return kaiser(pSrc, pDst, len, alpha);
 }
-VekStatus veksWinKaiser_32f_I(Vek32f* pSrcDst, int len, Vek32f alpha) { return kaiser(pSrcDst, pSrcDst, len, alpha); }
 VekStatus veksWinKaiser_32fc(const Vek32fc* pSrc, Vek32fc* pDst, int len, Vek32f alpha) {
   return kaiser(pSrc, pDst, len, alpha);
 }
-VekStatus veksWinKaiser_32fc_I(Vek32fc* pSrcDst, int len, Vek32f alpha) { return kaiser(pSrcDst, pSrcDst, len, alpha); }
 
 }  // namespace vek::VEK_SLOT

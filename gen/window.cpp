@@ -100,55 +100,35 @@ constexpr float kStandard = -0.16f;
 }  // namespace
 
 VekStatus veksWinBartlett_32f(const Vek32f* pSrc, Vek32f* pDst, int len) { return bartlett(pSrc, pDst, len); }
-VekStatus veksWinBartlett_32f_I(Vek32f* pSrcDst, int len) { return bartlett(pSrcDst, pSrcDst, len); }
 VekStatus veksWinBartlett_32fc(const Vek32fc* pSrc, Vek32fc* pDst, int len) { return bartlett(pSrc, pDst, len); }
-VekStatus veksWinBartlett_32fc_I(Vek32fc* pSrcDst, int len) { return bartlett(pSrcDst, pSrcDst, len); }
 
 VekStatus veksWinHann_32f(const Vek32f* pSrc, Vek32f* pDst, int len) { return closedWindow(pSrc, pDst, len, Hann{}); }
-VekStatus veksWinHann_32f_I(Vek32f* pSrcDst, int len) { return closedWindow(pSrcDst, pSrcDst, len, Hann{}); }
 VekStatus veksWinHann_32fc(const Vek32fc* pSrc, Vek32fc* pDst, int len) {
   return closedWindow(pSrc, pDst, len, Hann{});
 }
-VekStatus veksWinHann_32fc_I(Vek32fc* pSrcDst, int len) { return closedWindow(pSrcDst, pSrcDst, len, Hann{}); }
 
 VekStatus veksWinHamming_32f(const Vek32f* pSrc, Vek32f* pDst, int len) {
   return cosineWindow(pSrc, pDst, len, Hamming{});
 }
-VekStatus veksWinHamming_32f_I(Vek32f* pSrcDst, int len) { return cosineWindow(pSrcDst, pSrcDst, len, Hamming{}); }
 VekStatus veksWinHamming_32fc(const Vek32fc* pSrc, Vek32fc* pDst, int len) {
   return cosineWindow(pSrc, pDst, len, Hamming{});
 }
-VekStatus veksWinHamming_32fc_I(Vek32fc* pSrcDst, int len) { return cosineWindow(pSrcDst, pSrcDst, len, Hamming{}); }
 
 VekStatus veksWinBlackman_32f(const Vek32f* pSrc, Vek32f* pDst, int len, Vek32f alpha) {
   return closedWindow(pSrc, pDst, len, Blackman{alpha});
 }
-VekStatus veksWinBlackman_32f_I(Vek32f* pSrcDst, int len, Vek32f alpha) {
-  return closedWindow(pSrcDst, pSrcDst, len, Blackman{alpha});
-}
 VekStatus veksWinBlackman_32fc(const Vek32fc* pSrc, Vek32fc* pDst, int len, Vek32f alpha) {
   return closedWindow(pSrc, pDst, len, Blackman{alpha});
-}
-VekStatus veksWinBlackman_32fc_I(Vek32fc* pSrcDst, int len, Vek32f alpha) {
-  return closedWindow(pSrcDst, pSrcDst, len, Blackman{alpha});
 }
 
 VekStatus veksWinBlackmanStd_32f(const Vek32f* pSrc, Vek32f* pDst, int len) {
   return closedWindow(pSrc, pDst, len, Blackman{kStandard});
 }
-VekStatus veksWinBlackmanStd_32f_I(Vek32f* pSrcDst, int len) {
-  return closedWindow(pSrcDst, pSrcDst, len, Blackman{kStandard});
-}
 VekStatus veksWinBlackmanStd_32fc(const Vek32fc* pSrc, Vek32fc* pDst, int len) {
   return closedWindow(pSrc, pDst, len, Blackman{kStandard});
 }
-VekStatus veksWinBlackmanStd_32fc_I(Vek32fc* pSrcDst, int len) {
-  return closedWindow(pSrcDst, pSrcDst, len, Blackman{kStandard});
-}
 
 VekStatus veksWinBlackmanOpt_32f(const Vek32f* pSrc, Vek32f* pDst, int len) { return blackmanOpt(pSrc, pDst, len); }
-VekStatus veksWinBlackmanOpt_32f_I(Vek32f* pSrcDst, int len) { return blackmanOpt(pSrcDst, pSrcDst, len); }
 VekStatus veksWinBlackmanOpt_32fc(const Vek32fc* pSrc, Vek32fc* pDst, int len) { return blackmanOpt(pSrc, pDst, len); }
-VekStatus veksWinBlackmanOpt_32fc_I(Vek32fc* pSrcDst, int len) { return blackmanOpt(pSrcDst, pSrcDst, len); }
 
 }  // namespace vek::VEK_SLOT

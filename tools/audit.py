@@ -8,6 +8,8 @@
   exports    the dynamic symbols are the functions, their twins and the library-wide ten, nothing else
   imports    the library needs libc and libm only, and of them only what is listed here
   hardening  full RELRO, immediate binding, no executable stack, no text relocations
+  in place   every function of a slot that no slot object defines moves registers and jumps to its form with a
+             destination of its own, in the same slot
   symbols    slot code defines no weak symbol, no load-time initialiser, no name outside its slot's namespace
   levels     no instruction above the level that the slot's processors promise
 
@@ -127,12 +129,17 @@ def entry_fault(name, body):
     return None if m and m.group(1) == name else f"{name} is not load, address, jump: {body}"
 
 
-def check_entries(library, names):
+def check_entries(bodies, names):
     good = ("movslq 0x1(%rip),%rax # 2 <vek_variant_index>;lea 0x1(%rip),%r11 # 3 <vek_table_f>;jmp *(%r11,%rax,8);")
     assert not entry_fault("f", good) and entry_fault("f", "push %rbp;" + good) and entry_fault("g", good)
+    return [f for f in (entry_fault(n, bodies.get(n, "(absent)")) for n in names) if f], f"{len(names)} entries"
+
+
+def function_bodies(library):
+    """{demangled name: instructions, each ended by a semicolon, padding left out}"""
     bodies, current = {}, None
-    for line in run("objdump", "-d", "--no-show-raw-insn", "--section=.text", library).splitlines():
-        m = re.match(r"^[0-9a-f]+ <(\w+)>:$", line)
+    for line in run("objdump", "-dC", "--no-show-raw-insn", "--section=.text", library).splitlines():
+        m = re.match(r"^[0-9a-f]+ <([\w:]+)(?:\(.*\))?>:$", line)
         if m:
             current = m.group(1)
             bodies[current] = ""
@@ -140,7 +147,25 @@ def check_entries(library, names):
         m = re.match(r"^\s*[0-9a-f]+:\t(.*)$", line)
         if m and current and not re.match(r"nop|cs nop|data16|xchg\s+%ax,%ax", m.group(1)):
             bodies[current] += " ".join(m.group(1).split()) + ";"
-    return [f for f in (entry_fault(n, bodies.get(n, "(absent)")) for n in names) if f], f"{len(names)} entries"
+    return bodies
+
+
+MOVES_AND_JUMP = re.compile(r"((mov\w*|xchg|movap[sd]) %\w+,%\w+;)*jmp \w+ <([\w:]+)\(.*\)>;$")
+
+
+def in_place_fault(name, body):
+    m = MOVES_AND_JUMP.match(body)
+    wanted = re.sub(r"_I(Sfs)?$", lambda m: "_Sfs" if m[1] else "", name)
+    return None if m and m.group(3) == wanted != name else f"{name} is not a jump to {wanted}: {body}"
+
+
+def check_in_place(bodies, objects):
+    good, name = "mov %rdi,%rsi;jmp 10 <vek::l9::veksAbs_32f(float const*, float*, int)>;", "vek::l9::veksAbs_32f_I"
+    assert not in_place_fault(name, good) and in_place_fault("vek::mx::veksAbs_32f_I", good)
+    assert in_place_fault(name, "push %rbp;" + good) and in_place_fault("vek::l9::veksAbs_32f", good)
+    own = set(re.findall(r" T (vek::\w+::veks\w+)\(", run("nm", "-C", "--defined-only", *(p for _, p in objects))))
+    derived = [n for n in bodies if re.match(r"vek::\w+::veks", n) and n not in own]
+    return [f for f in (in_place_fault(n, bodies[n]) for n in derived) if f], f"{len(derived)} forwards"
 
 
 def check_exports(library, names):
@@ -194,9 +219,11 @@ def main():
     names = pathlib.Path(args.names).read_text().split()
     paths = pathlib.Path(args.objects.lstrip("@")).read_text().split()
     objects = [(re.search(r"vek_slot_(\w\w)", p).group(1), p) for p in paths]
+    bodies = function_bodies(args.library)
     failed = False
     for name, (faults, what) in {
-        "entries": check_entries(args.library, names),
+        "entries": check_entries(bodies, names),
+        "in place": check_in_place(bodies, objects),
         "exports": check_exports(args.library, names),
         "imports": check_imports(args.library),
         "hardening": check_hardening(args.library),

@@ -6,10 +6,14 @@ A function exists because a chapter of include/vek declares it with VEK_API. Fun
 each has an implementation per slot in namespace vek::<slot>, a table of seven of them, an exported entry that jumps
 through the table, and an index-offset twin. Functions named vek... are exported as they are.
 
+In-place forms (..._I of ..., ..._ISfs of ..._Sfs) are derived too: where no kernel file defines one, each slot that has
+the other form gets a jump to it, with pSrcDst as its destination and as the last of its sources that have the type of
+the destination, or the first where the comment above the prototypes says "In place pSrcDst is pSrc1".
+
   derive.py idx-header  --out idx.h        declarations of the twins
   derive.py idx-source  --out idx.cpp      their definitions
   derive.py entries     --out entries.S    the forwarding entries
-  derive.py tables      --out tables.cpp --objects @list   dispatch tables, from what the objects define
+  derive.py tables      --out tables.cpp --objects @list   dispatch tables and in-place forms, from what the objects define
   derive.py exports     --out exports.map  linker version script
   derive.py spans       --out spans.hpp    overloads on std::span for C++
   derive.py names       --out names.txt    the dispatched names, one a line
@@ -31,6 +35,8 @@ FALLBACK = {"m7": "mx", "u8": "m7", "n8": "u8", "y8": "u8", "e9": "y8", "l9": "e
 ARRAY = re.compile(r"^(pSrc\w*|pDst\w*|pTaps|pDlyLine|p\w*Buffer)$")
 SINGLE = {"pDstVal", "pDstLen"}
 OPTIONAL = {"pDlyLine"}
+# A comment that says this says it of the prototypes down to the next comment.
+FIRST_IN_PLACE = "In place pSrcDst is pSrc1"
 
 
 class Parameter:
@@ -53,13 +59,31 @@ class Parameter:
 
 
 class Function:
-    def __init__(self, result, name, parameters):
-        self.result, self.name = result, name
+    def __init__(self, result, name, parameters, first_in_place=False):
+        self.result, self.name, self.first_in_place = result, name, first_in_place
         self.parameters = [Parameter(p) for p in parameters]
 
     @property
     def dispatched(self):
         return self.name.startswith("veks")
+
+    @property
+    def two_array_name(self):
+        """The form with a destination of its own, for the name of an in-place form; else None."""
+        name = re.sub(r"_I(Sfs)?$", lambda m: "_Sfs" if m[1] else "", self.name)
+        return name if name != self.name else None
+
+    def in_place_arguments(self, other):
+        """What the in-place form passes to `other`, its form with a destination of its own."""
+        element = lambda p: p.type.replace("const ", "")
+        sources = [p for p in other.parameters if p.is_array and p.name.startswith("pSrc")]
+        fitting = [p for p in sources if element(p) == element(next(q for q in self.parameters if q.name == "pSrcDst"))]
+        shared = fitting[0 if self.first_in_place else -1]
+        given = lambda p: "pSrcDst" if p is shared or p.name == "pDst" else "pSrc" if p in sources else p.name
+        arguments = [given(p) for p in other.parameters]
+        if set(arguments) != {p.name for p in self.parameters}:
+            sys.exit(f"{self.name} is no in-place form of {other.name}")
+        return ", ".join(arguments)
 
     def twin_parameters(self):
         out = []
@@ -82,14 +106,15 @@ def parse(headers):
     functions = []
     for header in headers:
         text = pathlib.Path(header).read_text()
-        text = re.sub(r"/\*.*?\*/", " ", text, flags=re.S)
+        text = re.sub(r"/\*.*?\*/", lambda m: FIRST_IN_PLACE if FIRST_IN_PLACE in m[0] else "/**/", text, flags=re.S)
         text = re.sub(r"//[^\n]*", " ", text)
         text = re.sub(r"^\s*#[^\n]*", " ", text, flags=re.M)
         for m in re.finditer(r"\bVEK_API\s+([\w\s*]+?)\s*\b(veks?\w+)\s*\(([^)]*)\)\s*;", text):
             result = re.sub(r"\s+\*", "*", " ".join(m.group(1).split()))
             raw = [] if m.group(3).strip() in ("", "void") else m.group(3).split(",")
             parameters = [re.sub(r"\s*\*\s*", "* ", " ".join(p.split())) for p in raw]
-            functions.append(Function(result, m.group(2), parameters))
+            above = text[:m.start()]
+            functions.append(Function(result, m.group(2), parameters, above.rfind(FIRST_IN_PLACE) > above.rfind("/**/")))
     names = [f.name for f in functions]
     twice = sorted({n for n in names if names.count(n) > 1})
     if twice:
@@ -104,6 +129,15 @@ def implementations(objects):
     for slot, name in re.findall(r" [TtWw] vek::(\w\w)::(veks\w+)\(", listing):
         found.setdefault(name, set()).add(slot)
     return found
+
+
+def in_place_forms(functions, found):
+    """{function: form with a destination of its own} of those that no object defines. `found` gets their slots."""
+    named = {f.name: f for f in functions}
+    forms = {f: named[f.two_array_name] for f in functions if f.name not in found and f.two_array_name in named}
+    for f, other in forms.items():
+        found[f.name] = found.get(other.name, set())
+    return forms
 
 
 def serving_slot(slot, compiled):
@@ -188,6 +222,7 @@ def entries(functions):
 
 def tables(functions, objects):
     found = implementations(objects)
+    forms = in_place_forms(functions, found)
     missing = [f.name for f in functions if serving_slot("mx", found.get(f.name, ())) is None]
     if missing:
         sys.exit("declared without an implementation in slot mx: " + ", ".join(missing))
@@ -197,7 +232,14 @@ def tables(functions, objects):
     lines = [HEAD + '#include "vek.h"\n']
     for slot in SLOTS:
         lines.append(f"namespace vek::{slot} {{")
-        lines += [f"decltype(::{f.name}) {f.name};" for f in functions if slot in found[f.name]]
+        for f in functions:
+            if slot not in found[f.name]:
+                continue
+            lines.append(f"decltype(::{f.name}) {f.name};")
+            if f in forms:  # registers move, then a jump: the slot's name keeps the call from being the global entry's
+                shown = ", ".join(f"{p.type} {p.name}" for p in f.parameters)
+                call = f"{slot}::{forms[f].name}({f.in_place_arguments(forms[f])})"
+                lines.append(f"{f.result} {f.name}({shown}) {{ return {call}; }}")
         lines.append("}\n")
     lines.append('#define VEK_TABLE(NAME) extern "C" __attribute__((visibility("hidden"))) decltype(&::NAME) const '
                  "vek_table_##NAME[7]\n")

@@ -171,11 +171,5 @@ VekStatus veksDCTFwd_32f(const Vek32f* pSrc, Vek32f* pDst, const VeksDCTFwdSpec_
 VekStatus veksDCTInv_32f(const Vek32f* pSrc, Vek32f* pDst, const VeksDCTInvSpec_32f* pDCTSpec, Vek8u* pWorkBuffer) {
   return transform(pSrc, pDst, asSpec(pDCTSpec), pWorkBuffer, false);
 }
-VekStatus veksDCTFwd_32f_I(Vek32f* pSrcDst, const VeksDCTFwdSpec_32f* pDCTSpec, Vek8u* pWorkBuffer) {
-  return transform(pSrcDst, pSrcDst, asSpec(pDCTSpec), pWorkBuffer, true);
-}
-VekStatus veksDCTInv_32f_I(Vek32f* pSrcDst, const VeksDCTInvSpec_32f* pDCTSpec, Vek8u* pWorkBuffer) {
-  return transform(pSrcDst, pSrcDst, asSpec(pDCTSpec), pWorkBuffer, false);
-}
 
 }  // namespace vek::VEK_SLOT

@@ -17,75 +17,39 @@ struct Minus {
 VekStatus veksAdd_8u_Sfs(const Vek8u* pSrc1, const Vek8u* pSrc2, Vek8u* pDst, int len, int scaleFactor) {
   return scaledTwo<Sum<uint8_t>>(pSrc1, pSrc2, pDst, len, scaleFactor);
 }
-VekStatus veksAdd_8u_ISfs(const Vek8u* pSrc, Vek8u* pSrcDst, int len, int scaleFactor) {
-  return veksAdd_8u_Sfs(pSrcDst, pSrc, pSrcDst, len, scaleFactor);
-}
 VekStatus veksAdd_16s_Sfs(const Vek16s* pSrc1, const Vek16s* pSrc2, Vek16s* pDst, int len, int scaleFactor) {
   return scaledTwo<Sum<int16_t>>(pSrc1, pSrc2, pDst, len, scaleFactor);
-}
-VekStatus veksAdd_16s_ISfs(const Vek16s* pSrc, Vek16s* pSrcDst, int len, int scaleFactor) {
-  return veksAdd_16s_Sfs(pSrcDst, pSrc, pSrcDst, len, scaleFactor);
 }
 VekStatus veksAdd_32s_Sfs(const Vek32s* pSrc1, const Vek32s* pSrc2, Vek32s* pDst, int len, int scaleFactor) {
   return scaledTwo<Sum<int32_t>>(pSrc1, pSrc2, pDst, len, scaleFactor);
 }
-VekStatus veksAdd_32s_ISfs(const Vek32s* pSrc, Vek32s* pSrcDst, int len, int scaleFactor) {
-  return veksAdd_32s_Sfs(pSrcDst, pSrc, pSrcDst, len, scaleFactor);
-}
 VekStatus veksAdd_32sc_Sfs(const Vek32sc* pSrc1, const Vek32sc* pSrc2, Vek32sc* pDst, int len, int scaleFactor) {
   return scaledTwo<Sum<int32_t>>(pSrc1, pSrc2, pDst, len, scaleFactor);
-}
-VekStatus veksAdd_32sc_ISfs(const Vek32sc* pSrc, Vek32sc* pSrcDst, int len, int scaleFactor) {
-  return VEK_SLOT::veksAdd_32sc_Sfs(pSrcDst, pSrc, pSrcDst, len, scaleFactor);
 }
 VekStatus veksAdd_32f(const Vek32f* pSrc1, const Vek32f* pSrc2, Vek32f* pDst, int len) {
   return mapChecked(Plus(), pDst, len, pSrc1, pSrc2);
 }
-VekStatus veksAdd_32f_I(const Vek32f* pSrc, Vek32f* pSrcDst, int len) {
-  return veksAdd_32f(pSrcDst, pSrc, pSrcDst, len);
-}
 VekStatus veksAdd_32fc(const Vek32fc* pSrc1, const Vek32fc* pSrc2, Vek32fc* pDst, int len) {
   return mapChecked(Plus(), pDst, len, pSrc1, pSrc2);
-}
-VekStatus veksAdd_32fc_I(const Vek32fc* pSrc, Vek32fc* pSrcDst, int len) {
-  return VEK_SLOT::veksAdd_32fc(pSrcDst, pSrc, pSrcDst, len);
 }
 
 VekStatus veksSub_8u_Sfs(const Vek8u* pSrc1, const Vek8u* pSrc2, Vek8u* pDst, int len, int scaleFactor) {
   return scaledTwo<Difference<uint8_t>>(pSrc2, pSrc1, pDst, len, scaleFactor);
 }
-VekStatus veksSub_8u_ISfs(const Vek8u* pSrc, Vek8u* pSrcDst, int len, int scaleFactor) {
-  return veksSub_8u_Sfs(pSrc, pSrcDst, pSrcDst, len, scaleFactor);
-}
 VekStatus veksSub_16s_Sfs(const Vek16s* pSrc1, const Vek16s* pSrc2, Vek16s* pDst, int len, int scaleFactor) {
   return scaledTwo<Difference<int16_t>>(pSrc2, pSrc1, pDst, len, scaleFactor);
-}
-VekStatus veksSub_16s_ISfs(const Vek16s* pSrc, Vek16s* pSrcDst, int len, int scaleFactor) {
-  return veksSub_16s_Sfs(pSrc, pSrcDst, pSrcDst, len, scaleFactor);
 }
 VekStatus veksSub_32s_Sfs(const Vek32s* pSrc1, const Vek32s* pSrc2, Vek32s* pDst, int len, int scaleFactor) {
   return scaledTwo<Difference<int32_t>>(pSrc2, pSrc1, pDst, len, scaleFactor);
 }
-VekStatus veksSub_32s_ISfs(const Vek32s* pSrc, Vek32s* pSrcDst, int len, int scaleFactor) {
-  return veksSub_32s_Sfs(pSrc, pSrcDst, pSrcDst, len, scaleFactor);
-}
 VekStatus veksSub_32sc_Sfs(const Vek32sc* pSrc1, const Vek32sc* pSrc2, Vek32sc* pDst, int len, int scaleFactor) {
   return scaledTwo<Difference<int32_t>>(pSrc2, pSrc1, pDst, len, scaleFactor);
-}
-VekStatus veksSub_32sc_ISfs(const Vek32sc* pSrc, Vek32sc* pSrcDst, int len, int scaleFactor) {
-  return VEK_SLOT::veksSub_32sc_Sfs(pSrc, pSrcDst, pSrcDst, len, scaleFactor);
 }
 VekStatus veksSub_32f(const Vek32f* pSrc1, const Vek32f* pSrc2, Vek32f* pDst, int len) {
   return mapChecked(Minus(), pDst, len, pSrc2, pSrc1);
 }
-VekStatus veksSub_32f_I(const Vek32f* pSrc, Vek32f* pSrcDst, int len) {
-  return veksSub_32f(pSrc, pSrcDst, pSrcDst, len);
-}
 VekStatus veksSub_32fc(const Vek32fc* pSrc1, const Vek32fc* pSrc2, Vek32fc* pDst, int len) {
   return mapChecked(Minus(), pDst, len, pSrc2, pSrc1);
-}
-VekStatus veksSub_32fc_I(const Vek32fc* pSrc, Vek32fc* pSrcDst, int len) {
-  return VEK_SLOT::veksSub_32fc(pSrc, pSrcDst, pSrcDst, len);
 }
 
 }  // namespace vek::VEK_SLOT

@@ -25,108 +25,58 @@ struct ConstantMinus : PlusConstant {
 VekStatus veksAddC_8u_Sfs(const Vek8u* pSrc, Vek8u val, Vek8u* pDst, int len, int scaleFactor) {
   return scaledConstant<Sum<uint8_t>>(pSrc, val, pDst, len, scaleFactor);
 }
-VekStatus veksAddC_8u_ISfs(Vek8u val, Vek8u* pSrcDst, int len, int scaleFactor) {
-  return veksAddC_8u_Sfs(pSrcDst, val, pSrcDst, len, scaleFactor);
-}
 VekStatus veksAddC_16s_Sfs(const Vek16s* pSrc, Vek16s val, Vek16s* pDst, int len, int scaleFactor) {
   return scaledConstant<Sum<int16_t>>(pSrc, val, pDst, len, scaleFactor);
-}
-VekStatus veksAddC_16s_ISfs(Vek16s val, Vek16s* pSrcDst, int len, int scaleFactor) {
-  return veksAddC_16s_Sfs(pSrcDst, val, pSrcDst, len, scaleFactor);
 }
 VekStatus veksAddC_32s_Sfs(const Vek32s* pSrc, Vek32s val, Vek32s* pDst, int len, int scaleFactor) {
   return scaledConstant<Sum<int32_t>>(pSrc, val, pDst, len, scaleFactor);
 }
-VekStatus veksAddC_32s_ISfs(Vek32s val, Vek32s* pSrcDst, int len, int scaleFactor) {
-  return veksAddC_32s_Sfs(pSrcDst, val, pSrcDst, len, scaleFactor);
-}
 VekStatus veksAddC_32sc_Sfs(const Vek32sc* pSrc, Vek32sc val, Vek32sc* pDst, int len, int scaleFactor) {
   return scaledConstant<Sum<int32_t>>(pSrc, val, pDst, len, scaleFactor);
-}
-VekStatus veksAddC_32sc_ISfs(Vek32sc val, Vek32sc* pSrcDst, int len, int scaleFactor) {
-  return VEK_SLOT::veksAddC_32sc_Sfs(pSrcDst, val, pSrcDst, len, scaleFactor);
 }
 VekStatus veksAddC_32f(const Vek32f* pSrc, Vek32f val, Vek32f* pDst, int len) {
   return mapChecked(PlusConstant(val), pDst, len, pSrc);
 }
-VekStatus veksAddC_32f_I(Vek32f val, Vek32f* pSrcDst, int len) { return veksAddC_32f(pSrcDst, val, pSrcDst, len); }
 VekStatus veksAddC_32fc(const Vek32fc* pSrc, Vek32fc val, Vek32fc* pDst, int len) {
   return mapChecked(PlusConstant(val), pDst, len, pSrc);
-}
-VekStatus veksAddC_32fc_I(Vek32fc val, Vek32fc* pSrcDst, int len) {
-  return VEK_SLOT::veksAddC_32fc(pSrcDst, val, pSrcDst, len);
 }
 
 VekStatus veksSubC_8u_Sfs(const Vek8u* pSrc, Vek8u val, Vek8u* pDst, int len, int scaleFactor) {
   return scaledConstant<Difference<uint8_t>>(pSrc, val, pDst, len, scaleFactor);
 }
-VekStatus veksSubC_8u_ISfs(Vek8u val, Vek8u* pSrcDst, int len, int scaleFactor) {
-  return veksSubC_8u_Sfs(pSrcDst, val, pSrcDst, len, scaleFactor);
-}
 VekStatus veksSubC_16s_Sfs(const Vek16s* pSrc, Vek16s val, Vek16s* pDst, int len, int scaleFactor) {
   return scaledConstant<Difference<int16_t>>(pSrc, val, pDst, len, scaleFactor);
-}
-VekStatus veksSubC_16s_ISfs(Vek16s val, Vek16s* pSrcDst, int len, int scaleFactor) {
-  return veksSubC_16s_Sfs(pSrcDst, val, pSrcDst, len, scaleFactor);
 }
 VekStatus veksSubC_32s_Sfs(const Vek32s* pSrc, Vek32s val, Vek32s* pDst, int len, int scaleFactor) {
   return scaledConstant<Difference<int32_t>>(pSrc, val, pDst, len, scaleFactor);
 }
-VekStatus veksSubC_32s_ISfs(Vek32s val, Vek32s* pSrcDst, int len, int scaleFactor) {
-  return veksSubC_32s_Sfs(pSrcDst, val, pSrcDst, len, scaleFactor);
-}
 VekStatus veksSubC_32sc_Sfs(const Vek32sc* pSrc, Vek32sc val, Vek32sc* pDst, int len, int scaleFactor) {
   return scaledConstant<Difference<int32_t>>(pSrc, val, pDst, len, scaleFactor);
-}
-VekStatus veksSubC_32sc_ISfs(Vek32sc val, Vek32sc* pSrcDst, int len, int scaleFactor) {
-  return VEK_SLOT::veksSubC_32sc_Sfs(pSrcDst, val, pSrcDst, len, scaleFactor);
 }
 VekStatus veksSubC_32f(const Vek32f* pSrc, Vek32f val, Vek32f* pDst, int len) {
   return mapChecked(MinusConstant(val), pDst, len, pSrc);
 }
-VekStatus veksSubC_32f_I(Vek32f val, Vek32f* pSrcDst, int len) { return veksSubC_32f(pSrcDst, val, pSrcDst, len); }
 VekStatus veksSubC_32fc(const Vek32fc* pSrc, Vek32fc val, Vek32fc* pDst, int len) {
   return mapChecked(MinusConstant(val), pDst, len, pSrc);
-}
-VekStatus veksSubC_32fc_I(Vek32fc val, Vek32fc* pSrcDst, int len) {
-  return VEK_SLOT::veksSubC_32fc(pSrcDst, val, pSrcDst, len);
 }
 
 VekStatus veksSubCRev_8u_Sfs(const Vek8u* pSrc, Vek8u val, Vek8u* pDst, int len, int scaleFactor) {
   return scaledConstant<DifferenceReversed<uint8_t>>(pSrc, val, pDst, len, scaleFactor);
 }
-VekStatus veksSubCRev_8u_ISfs(Vek8u val, Vek8u* pSrcDst, int len, int scaleFactor) {
-  return veksSubCRev_8u_Sfs(pSrcDst, val, pSrcDst, len, scaleFactor);
-}
 VekStatus veksSubCRev_16s_Sfs(const Vek16s* pSrc, Vek16s val, Vek16s* pDst, int len, int scaleFactor) {
   return scaledConstant<DifferenceReversed<int16_t>>(pSrc, val, pDst, len, scaleFactor);
-}
-VekStatus veksSubCRev_16s_ISfs(Vek16s val, Vek16s* pSrcDst, int len, int scaleFactor) {
-  return veksSubCRev_16s_Sfs(pSrcDst, val, pSrcDst, len, scaleFactor);
 }
 VekStatus veksSubCRev_32s_Sfs(const Vek32s* pSrc, Vek32s val, Vek32s* pDst, int len, int scaleFactor) {
   return scaledConstant<DifferenceReversed<int32_t>>(pSrc, val, pDst, len, scaleFactor);
 }
-VekStatus veksSubCRev_32s_ISfs(Vek32s val, Vek32s* pSrcDst, int len, int scaleFactor) {
-  return veksSubCRev_32s_Sfs(pSrcDst, val, pSrcDst, len, scaleFactor);
-}
 VekStatus veksSubCRev_32sc_Sfs(const Vek32sc* pSrc, Vek32sc val, Vek32sc* pDst, int len, int scaleFactor) {
   return scaledConstant<DifferenceReversed<int32_t>>(pSrc, val, pDst, len, scaleFactor);
-}
-VekStatus veksSubCRev_32sc_ISfs(Vek32sc val, Vek32sc* pSrcDst, int len, int scaleFactor) {
-  return VEK_SLOT::veksSubCRev_32sc_Sfs(pSrcDst, val, pSrcDst, len, scaleFactor);
 }
 VekStatus veksSubCRev_32f(const Vek32f* pSrc, Vek32f val, Vek32f* pDst, int len) {
   return mapChecked(ConstantMinus(val), pDst, len, pSrc);
 }
-VekStatus veksSubCRev_32f_I(Vek32f val, Vek32f* pSrcDst, int len) {
-  return veksSubCRev_32f(pSrcDst, val, pSrcDst, len);
-}
 VekStatus veksSubCRev_32fc(const Vek32fc* pSrc, Vek32fc val, Vek32fc* pDst, int len) {
   return mapChecked(ConstantMinus(val), pDst, len, pSrc);
-}
-VekStatus veksSubCRev_32fc_I(Vek32fc val, Vek32fc* pSrcDst, int len) {
-  return VEK_SLOT::veksSubCRev_32fc(pSrcDst, val, pSrcDst, len);
 }
 
 }  // namespace vek::VEK_SLOT

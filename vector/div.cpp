@@ -180,45 +180,24 @@ VEK_INLINE VekStatus divide(const Vek32fc* divisors, const Vek32fc* dividends, V
 VekStatus veksDiv_8u_Sfs(const Vek8u* pSrc1, const Vek8u* pSrc2, Vek8u* pDst, int len, int scaleFactor) {
   return divide(pSrc1, pSrc2, pDst, len, scaleFactor);
 }
-VekStatus veksDiv_8u_ISfs(const Vek8u* pSrc, Vek8u* pSrcDst, int len, int scaleFactor) {
-  return veksDiv_8u_Sfs(pSrc, pSrcDst, pSrcDst, len, scaleFactor);
-}
 VekStatus veksDiv_16s_Sfs(const Vek16s* pSrc1, const Vek16s* pSrc2, Vek16s* pDst, int len, int scaleFactor) {
   return divide(pSrc1, pSrc2, pDst, len, scaleFactor);
-}
-VekStatus veksDiv_16s_ISfs(const Vek16s* pSrc, Vek16s* pSrcDst, int len, int scaleFactor) {
-  return veksDiv_16s_Sfs(pSrc, pSrcDst, pSrcDst, len, scaleFactor);
 }
 VekStatus veksDiv_32s_Sfs(const Vek32s* pSrc1, const Vek32s* pSrc2, Vek32s* pDst, int len, int scaleFactor) {
   return divide(pSrc1, pSrc2, pDst, len, scaleFactor);
 }
-VekStatus veksDiv_32s_ISfs(const Vek32s* pSrc, Vek32s* pSrcDst, int len, int scaleFactor) {
-  return veksDiv_32s_Sfs(pSrc, pSrcDst, pSrcDst, len, scaleFactor);
-}
 VekStatus veksDiv_32f(const Vek32f* pSrc1, const Vek32f* pSrc2, Vek32f* pDst, int len) {
   return divide(pSrc1, pSrc2, pDst, len);
 }
-VekStatus veksDiv_32f_I(const Vek32f* pSrc, Vek32f* pSrcDst, int len) {
-  return veksDiv_32f(pSrc, pSrcDst, pSrcDst, len);
-}
 VekStatus veksDiv_32fc(const Vek32fc* pSrc1, const Vek32fc* pSrc2, Vek32fc* pDst, int len) {
   return divide(pSrc1, pSrc2, pDst, len);
-}
-VekStatus veksDiv_32fc_I(const Vek32fc* pSrc, Vek32fc* pSrcDst, int len) {
-  return VEK_SLOT::veksDiv_32fc(pSrc, pSrcDst, pSrcDst, len);
 }
 
 VekStatus veksDivC_8u_Sfs(const Vek8u* pSrc, Vek8u val, Vek8u* pDst, int len, int scaleFactor) {
   return divideByConstant(pSrc, val, pDst, len, scaleFactor);
 }
-VekStatus veksDivC_8u_ISfs(Vek8u val, Vek8u* pSrcDst, int len, int scaleFactor) {
-  return veksDivC_8u_Sfs(pSrcDst, val, pSrcDst, len, scaleFactor);
-}
 VekStatus veksDivC_16s_Sfs(const Vek16s* pSrc, Vek16s val, Vek16s* pDst, int len, int scaleFactor) {
   return divideByConstant(pSrc, val, pDst, len, scaleFactor);
-}
-VekStatus veksDivC_16s_ISfs(Vek16s val, Vek16s* pSrcDst, int len, int scaleFactor) {
-  return veksDivC_16s_Sfs(pSrcDst, val, pSrcDst, len, scaleFactor);
 }
 
 }  // namespace vek::VEK_SLOT

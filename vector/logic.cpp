@@ -101,39 +101,29 @@ VEK_INLINE VekStatus shiftRight(const T* src, int val, T* dst, int len) {
 #define VEK_BITWISE(NAME, OP, T)                                                                \
   VekStatus veks##NAME##_##T(const Vek##T* pSrc1, const Vek##T* pSrc2, Vek##T* pDst, int len) { \
     return combine<OP>(pSrc1, pSrc2, pDst, len);                                                \
-  }                                                                                             \
-  VekStatus veks##NAME##_##T##_I(const Vek##T* pSrc, Vek##T* pSrcDst, int len) {                \
-    return combine<OP>(pSrcDst, pSrc, pSrcDst, len);                                            \
   }
-#define VEK_BITWISE_CONSTANT(NAME, FUNCTION, T)                                       \
-  VekStatus veks##NAME##_##T(const Vek##T* pSrc, Vek##T val, Vek##T* pDst, int len) { \
-    return FUNCTION(pSrc, val, pDst, len);                                            \
-  }                                                                                   \
-  VekStatus veks##NAME##_##T##_I(Vek##T val, Vek##T* pSrcDst, int len) { return FUNCTION(pSrcDst, val, pSrcDst, len); }
-#define VEK_LOGIC(T)                                                                                       \
-  VEK_BITWISE(And, And, T)                                                                                 \
-  VEK_BITWISE(Or, Or, T)                                                                                   \
-  VEK_BITWISE(Xor, Xor, T)                                                                                 \
-  VEK_BITWISE_CONSTANT(AndC, andConstant, T)                                                               \
-  VEK_BITWISE_CONSTANT(OrC, orConstant<Or>, T)                                                             \
-  VEK_BITWISE_CONSTANT(XorC, orConstant<Xor>, T)                                                           \
-  VekStatus veksNot_##T(const Vek##T* pSrc, Vek##T* pDst, int len) { return complement(pSrc, pDst, len); } \
-  VekStatus veksNot_##T##_I(Vek##T* pSrcDst, int len) { return complement(pSrcDst, pSrcDst, len); }
-#define VEK_SHIFT(NAME, FUNCTION, T)                                               \
-  VekStatus veks##NAME##_##T(const Vek##T* pSrc, int val, Vek##T* pDst, int len) { \
-    return FUNCTION(pSrc, val, pDst, len);                                         \
-  }                                                                                \
-  VekStatus veks##NAME##_##T##_I(int val, Vek##T* pSrcDst, int len) { return FUNCTION(pSrcDst, val, pSrcDst, len); }
+#define VEK_CONSTANT(NAME, FUNCTION, T, V)                                       \
+  VekStatus veks##NAME##_##T(const Vek##T* pSrc, V val, Vek##T* pDst, int len) { \
+    return FUNCTION(pSrc, val, pDst, len);                                       \
+  }
+#define VEK_LOGIC(T)                             \
+  VEK_BITWISE(And, And, T)                       \
+  VEK_BITWISE(Or, Or, T)                         \
+  VEK_BITWISE(Xor, Xor, T)                       \
+  VEK_CONSTANT(AndC, andConstant, T, Vek##T)     \
+  VEK_CONSTANT(OrC, orConstant<Or>, T, Vek##T)   \
+  VEK_CONSTANT(XorC, orConstant<Xor>, T, Vek##T) \
+  VekStatus veksNot_##T(const Vek##T* pSrc, Vek##T* pDst, int len) { return complement(pSrc, pDst, len); }
+#define VEK_SHIFTS(T)                      \
+  VEK_CONSTANT(LShiftC, shiftLeft, T, int) \
+  VEK_CONSTANT(RShiftC, shiftRight, T, int)
 
 VEK_LOGIC(8u)
 VEK_LOGIC(16u)
 VEK_LOGIC(32u)
 
-VEK_SHIFT(LShiftC, shiftLeft, 8u)
-VEK_SHIFT(LShiftC, shiftLeft, 16s)
-VEK_SHIFT(LShiftC, shiftLeft, 32s)
-VEK_SHIFT(RShiftC, shiftRight, 8u)
-VEK_SHIFT(RShiftC, shiftRight, 16s)
-VEK_SHIFT(RShiftC, shiftRight, 32s)
+VEK_SHIFTS(8u)
+VEK_SHIFTS(16s)
+VEK_SHIFTS(32s)
 
 }  // namespace vek::VEK_SLOT

@@ -111,50 +111,26 @@ VEK_INLINE VekStatus addProduct(const Vek32fc* a, const Vek32fc* b, Vek32fc* sum
 VekStatus veksMul_8u_Sfs(const Vek8u* pSrc1, const Vek8u* pSrc2, Vek8u* pDst, int len, int scaleFactor) {
   return scaledTwo<Product<uint8_t>>(pSrc1, pSrc2, pDst, len, scaleFactor);
 }
-VekStatus veksMul_8u_ISfs(const Vek8u* pSrc, Vek8u* pSrcDst, int len, int scaleFactor) {
-  return veksMul_8u_Sfs(pSrcDst, pSrc, pSrcDst, len, scaleFactor);
-}
 VekStatus veksMul_16s_Sfs(const Vek16s* pSrc1, const Vek16s* pSrc2, Vek16s* pDst, int len, int scaleFactor) {
   return scaledTwo<Product<int16_t>>(pSrc1, pSrc2, pDst, len, scaleFactor);
-}
-VekStatus veksMul_16s_ISfs(const Vek16s* pSrc, Vek16s* pSrcDst, int len, int scaleFactor) {
-  return veksMul_16s_Sfs(pSrcDst, pSrc, pSrcDst, len, scaleFactor);
 }
 VekStatus veksMul_32s_Sfs(const Vek32s* pSrc1, const Vek32s* pSrc2, Vek32s* pDst, int len, int scaleFactor) {
   return scaledTwo<Product<int32_t>>(pSrc1, pSrc2, pDst, len, scaleFactor);
 }
-VekStatus veksMul_32s_ISfs(const Vek32s* pSrc, Vek32s* pSrcDst, int len, int scaleFactor) {
-  return veksMul_32s_Sfs(pSrcDst, pSrc, pSrcDst, len, scaleFactor);
-}
 VekStatus veksMul_32sc_Sfs(const Vek32sc* pSrc1, const Vek32sc* pSrc2, Vek32sc* pDst, int len, int scaleFactor) {
   return scaledTwo<ComplexProduct>(pSrc1, pSrc2, pDst, len, scaleFactor);
-}
-VekStatus veksMul_32sc_ISfs(const Vek32sc* pSrc, Vek32sc* pSrcDst, int len, int scaleFactor) {
-  return VEK_SLOT::veksMul_32sc_Sfs(pSrcDst, pSrc, pSrcDst, len, scaleFactor);
 }
 VekStatus veksMul_32f(const Vek32f* pSrc1, const Vek32f* pSrc2, Vek32f* pDst, int len) {
   return mapChecked(Times(), pDst, len, pSrc1, pSrc2);
 }
-VekStatus veksMul_32f_I(const Vek32f* pSrc, Vek32f* pSrcDst, int len) {
-  return veksMul_32f(pSrcDst, pSrc, pSrcDst, len);
-}
 VekStatus veksMul_32fc(const Vek32fc* pSrc1, const Vek32fc* pSrc2, Vek32fc* pDst, int len) {
   return multiplyComplex(pSrc1, pSrc2, pDst, len);
-}
-VekStatus veksMul_32fc_I(const Vek32fc* pSrc, Vek32fc* pSrcDst, int len) {
-  return VEK_SLOT::veksMul_32fc(pSrcDst, pSrc, pSrcDst, len);
 }
 VekStatus veksMul_32f32fc(const Vek32f* pSrc1, const Vek32fc* pSrc2, Vek32fc* pDst, int len) {
   return multiplyRealComplex(pSrc1, pSrc2, pDst, len);
 }
-VekStatus veksMul_32f32fc_I(const Vek32f* pSrc, Vek32fc* pSrcDst, int len) {
-  return VEK_SLOT::veksMul_32f32fc(pSrc, pSrcDst, pSrcDst, len);
-}
 VekStatus veksMul_32s32sc_Sfs(const Vek32s* pSrc1, const Vek32sc* pSrc2, Vek32sc* pDst, int len, int scaleFactor) {
   return multiplyRealComplex(pSrc1, pSrc2, pDst, len, scaleFactor);
-}
-VekStatus veksMul_32s32sc_ISfs(const Vek32s* pSrc, Vek32sc* pSrcDst, int len, int scaleFactor) {
-  return VEK_SLOT::veksMul_32s32sc_Sfs(pSrc, pSrcDst, pSrcDst, len, scaleFactor);
 }
 
 VekStatus veksMul_Low_32s_Sfs(const Vek32s* pSrc1, const Vek32s* pSrc2, Vek32s* pDst, int len, int scaleFactor) {

@@ -48,36 +48,20 @@ VEK_INLINE VekStatus divide(const Vek32fc* src, Vek32fc val, Vek32fc* dst, int l
 VekStatus veksMulC_8u_Sfs(const Vek8u* pSrc, Vek8u val, Vek8u* pDst, int len, int scaleFactor) {
   return scaledConstant<Product<uint8_t>>(pSrc, val, pDst, len, scaleFactor);
 }
-VekStatus veksMulC_8u_ISfs(Vek8u val, Vek8u* pSrcDst, int len, int scaleFactor) {
-  return veksMulC_8u_Sfs(pSrcDst, val, pSrcDst, len, scaleFactor);
-}
 VekStatus veksMulC_16s_Sfs(const Vek16s* pSrc, Vek16s val, Vek16s* pDst, int len, int scaleFactor) {
   return scaledConstant<Product<int16_t>>(pSrc, val, pDst, len, scaleFactor);
-}
-VekStatus veksMulC_16s_ISfs(Vek16s val, Vek16s* pSrcDst, int len, int scaleFactor) {
-  return veksMulC_16s_Sfs(pSrcDst, val, pSrcDst, len, scaleFactor);
 }
 VekStatus veksMulC_32s_Sfs(const Vek32s* pSrc, Vek32s val, Vek32s* pDst, int len, int scaleFactor) {
   return scaledConstant<Product<int32_t>>(pSrc, val, pDst, len, scaleFactor);
 }
-VekStatus veksMulC_32s_ISfs(Vek32s val, Vek32s* pSrcDst, int len, int scaleFactor) {
-  return veksMulC_32s_Sfs(pSrcDst, val, pSrcDst, len, scaleFactor);
-}
 VekStatus veksMulC_32sc_Sfs(const Vek32sc* pSrc, Vek32sc val, Vek32sc* pDst, int len, int scaleFactor) {
   return scaledConstant<ComplexProduct>(pSrc, val, pDst, len, scaleFactor);
-}
-VekStatus veksMulC_32sc_ISfs(Vek32sc val, Vek32sc* pSrcDst, int len, int scaleFactor) {
-  return VEK_SLOT::veksMulC_32sc_Sfs(pSrcDst, val, pSrcDst, len, scaleFactor);
 }
 VekStatus veksMulC_32f(const Vek32f* pSrc, Vek32f val, Vek32f* pDst, int len) {
   return mapChecked(TimesConstant(val), pDst, len, pSrc);
 }
-VekStatus veksMulC_32f_I(Vek32f val, Vek32f* pSrcDst, int len) { return veksMulC_32f(pSrcDst, val, pSrcDst, len); }
 VekStatus veksMulC_32fc(const Vek32fc* pSrc, Vek32fc val, Vek32fc* pDst, int len) {
   return mapChecked(TimesComplexConstant(val), pDst, len, pSrc);
-}
-VekStatus veksMulC_32fc_I(Vek32fc val, Vek32fc* pSrcDst, int len) {
-  return VEK_SLOT::veksMulC_32fc(pSrcDst, val, pSrcDst, len);
 }
 
 VekStatus veksAddProductC_32f(const Vek32f* pSrc, Vek32f val, Vek32f* pSrcDst, int len) {
@@ -85,12 +69,8 @@ VekStatus veksAddProductC_32f(const Vek32f* pSrc, Vek32f val, Vek32f* pSrcDst, i
 }
 
 VekStatus veksDivC_32f(const Vek32f* pSrc, Vek32f val, Vek32f* pDst, int len) { return divide(pSrc, val, pDst, len); }
-VekStatus veksDivC_32f_I(Vek32f val, Vek32f* pSrcDst, int len) { return veksDivC_32f(pSrcDst, val, pSrcDst, len); }
 VekStatus veksDivC_32fc(const Vek32fc* pSrc, Vek32fc val, Vek32fc* pDst, int len) {
   return divide(pSrc, val, pDst, len);
-}
-VekStatus veksDivC_32fc_I(Vek32fc val, Vek32fc* pSrcDst, int len) {
-  return VEK_SLOT::veksDivC_32fc(pSrcDst, val, pSrcDst, len);
 }
 
 }  // namespace vek::VEK_SLOT

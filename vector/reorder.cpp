@@ -46,18 +46,14 @@ VEK_INLINE void mirrorInPlace(T* x, ptrdiff_t n) {
 }
 
 template <class T>
-VEK_INLINE VekStatus flipInPlace(T* x, int len) {
-  if (const VekStatus s = checkVectors(len, x)) return s;
-  mirrorInPlace(reinterpret_cast<UnsignedOf<T>*>(x), len);
-  return vekStsNoErr;
-}
-
-template <class T>
 VEK_INLINE VekStatus flip(const T* src, T* dst, int len) {
-  if (src == dst) return flipInPlace(dst, len);
   if (const VekStatus s = checkVectors(len, src, dst)) return s;
   using Bits = UnsignedOf<T>;
-  mirror([](auto x) VEK_LAMBDA { return x; }, reinterpret_cast<Bits*>(dst), len, reinterpret_cast<const Bits*>(src));
+  if (src == dst) {
+    mirrorInPlace(reinterpret_cast<Bits*>(dst), len);
+  } else {
+    mirror([](auto x) VEK_LAMBDA { return x; }, reinterpret_cast<Bits*>(dst), len, reinterpret_cast<const Bits*>(src));
+  }
   return vekStsNoErr;
 }
 
@@ -128,23 +124,15 @@ constexpr int kLanes = Pack<float>::lanes;
 
 }  // namespace
 
-#define VEK_FLIP(T)                                                                                   \
-  VekStatus veksFlip_##T(const Vek##T* pSrc, Vek##T* pDst, int len) { return flip(pSrc, pDst, len); } \
-  VekStatus veksFlip_##T##_I(Vek##T* pSrcDst, int len) { return flipInPlace(pSrcDst, len); }
-#define VEK_SWAP_BYTES(T)                                                                                       \
-  VekStatus veksSwapBytes_##T(const Vek##T* pSrc, Vek##T* pDst, int len) { return swapBytes(pSrc, pDst, len); } \
-  VekStatus veksSwapBytes_##T##_I(Vek##T* pSrcDst, int len) { return swapBytes(pSrcDst, pSrcDst, len); }
+VekStatus veksFlip_8u(const Vek8u* pSrc, Vek8u* pDst, int len) { return flip(pSrc, pDst, len); }
+VekStatus veksFlip_16u(const Vek16u* pSrc, Vek16u* pDst, int len) { return flip(pSrc, pDst, len); }
+VekStatus veksFlip_32f(const Vek32f* pSrc, Vek32f* pDst, int len) { return flip(pSrc, pDst, len); }
+VekStatus veksFlip_32fc(const Vek32fc* pSrc, Vek32fc* pDst, int len) { return flip(pSrc, pDst, len); }
 
-VEK_FLIP(8u)
-VEK_FLIP(16u)
-VEK_FLIP(32f)
-VEK_FLIP(32fc)
-
-VEK_SWAP_BYTES(16u)
+VekStatus veksSwapBytes_16u(const Vek16u* pSrc, Vek16u* pDst, int len) { return swapBytes(pSrc, pDst, len); }
 VekStatus veksSwapBytes_24u(const Vek8u* pSrc, Vek8u* pDst, int len) { return swapBytes24(pSrc, pDst, len); }
-VekStatus veksSwapBytes_24u_I(Vek8u* pSrcDst, int len) { return swapBytes24(pSrcDst, pSrcDst, len); }
-VEK_SWAP_BYTES(32u)
-VEK_SWAP_BYTES(64u)
+VekStatus veksSwapBytes_32u(const Vek32u* pSrc, Vek32u* pDst, int len) { return swapBytes(pSrc, pDst, len); }
+VekStatus veksSwapBytes_64u(const Vek64u* pSrc, Vek64u* pDst, int len) { return swapBytes(pSrc, pDst, len); }
 
 VekStatus veksReal_32fc(const Vek32fc* pSrc, Vek32f* pDstRe, int len) {
   if (const VekStatus s = checkVectors(len, pSrc, pDstRe)) return s;
@@ -192,7 +180,6 @@ VekStatus veksRealToCplx_32f(const Vek32f* pSrcRe, const Vek32f* pSrcIm, Vek32fc
 }
 
 VekStatus veksConj_32fc(const Vek32fc* pSrc, Vek32fc* pDst, int len) { return conjugate(pSrc, pDst, len); }
-VekStatus veksConj_32fc_I(Vek32fc* pSrcDst, int len) { return conjugate(pSrcDst, pSrcDst, len); }
 
 VekStatus veksConjFlip_32fc(const Vek32fc* pSrc, Vek32fc* pDst, int len) {
   if (const VekStatus s = checkVectors(len, pSrc, pDst)) return s;

@@ -250,33 +250,27 @@ VEK_INLINE auto normalizer(Pack<float> sub, float div) {
 
 }  // namespace
 
-#define VEK_ABS(T)                                                                                       \
-  VekStatus veksAbs_##T(const Vek##T* pSrc, Vek##T* pDst, int len) { return absolute(pSrc, pDst, len); } \
-  VekStatus veksAbs_##T##_I(Vek##T* pSrcDst, int len) { return absolute(pSrcDst, pSrcDst, len); }
-#define VEK_SCALED(NAME, FUNCTION, T)                                                            \
-  VekStatus veks##NAME##_##T##_Sfs(const Vek##T* pSrc, Vek##T* pDst, int len, int scaleFactor) { \
-    return FUNCTION(pSrc, pDst, len, scaleFactor);                                               \
-  }                                                                                              \
-  VekStatus veks##NAME##_##T##_ISfs(Vek##T* pSrcDst, int len, int scaleFactor) {                 \
-    return FUNCTION(pSrcDst, pSrcDst, len, scaleFactor);                                         \
-  }
-#define VEK_FLOAT(NAME, FUNCTION, T)                                                                          \
-  VekStatus veks##NAME##_##T(const Vek##T* pSrc, Vek##T* pDst, int len) { return FUNCTION(pSrc, pDst, len); } \
-  VekStatus veks##NAME##_##T##_I(Vek##T* pSrcDst, int len) { return FUNCTION(pSrcDst, pSrcDst, len); }
+VekStatus veksAbs_16s(const Vek16s* pSrc, Vek16s* pDst, int len) { return absolute(pSrc, pDst, len); }
+VekStatus veksAbs_32s(const Vek32s* pSrc, Vek32s* pDst, int len) { return absolute(pSrc, pDst, len); }
+VekStatus veksAbs_32f(const Vek32f* pSrc, Vek32f* pDst, int len) { return absolute(pSrc, pDst, len); }
 
-VEK_ABS(16s)
-VEK_ABS(32s)
-VEK_ABS(32f)
+VekStatus veksSqr_8u_Sfs(const Vek8u* pSrc, Vek8u* pDst, int len, int scaleFactor) {
+  return square(pSrc, pDst, len, scaleFactor);
+}
+VekStatus veksSqr_16s_Sfs(const Vek16s* pSrc, Vek16s* pDst, int len, int scaleFactor) {
+  return square(pSrc, pDst, len, scaleFactor);
+}
+VekStatus veksSqr_32f(const Vek32f* pSrc, Vek32f* pDst, int len) { return square(pSrc, pDst, len); }
+VekStatus veksSqr_32fc(const Vek32fc* pSrc, Vek32fc* pDst, int len) { return square(pSrc, pDst, len); }
 
-VEK_SCALED(Sqr, square, 8u)
-VEK_SCALED(Sqr, square, 16s)
-VEK_FLOAT(Sqr, square, 32f)
-VEK_FLOAT(Sqr, square, 32fc)
-
-VEK_SCALED(Sqrt, rootScaled, 8u)
-VEK_SCALED(Sqrt, rootScaled, 16s)
-VEK_FLOAT(Sqrt, root, 32f)
-VEK_FLOAT(Sqrt, root, 32fc)
+VekStatus veksSqrt_8u_Sfs(const Vek8u* pSrc, Vek8u* pDst, int len, int scaleFactor) {
+  return rootScaled(pSrc, pDst, len, scaleFactor);
+}
+VekStatus veksSqrt_16s_Sfs(const Vek16s* pSrc, Vek16s* pDst, int len, int scaleFactor) {
+  return rootScaled(pSrc, pDst, len, scaleFactor);
+}
+VekStatus veksSqrt_32f(const Vek32f* pSrc, Vek32f* pDst, int len) { return root(pSrc, pDst, len); }
+VekStatus veksSqrt_32fc(const Vek32fc* pSrc, Vek32fc* pDst, int len) { return root(pSrc, pDst, len); }
 
 VekStatus veksNormalize_32f(const Vek32f* pSrc, Vek32f* pDst, int len, Vek32f vSub, Vek32f vDiv) {
   if (const VekStatus s = checkNormalize(pSrc, pDst, len, vDiv)) return s;

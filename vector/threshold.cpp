@@ -117,49 +117,35 @@ VEK_INLINE VekStatus invert(const float* src, float* dst, int len, float level) 
 VekStatus veksThreshold_32f(const Vek32f* pSrc, Vek32f* pDst, int len, Vek32f level, VekCompareOp relOp) {
   return either(pSrc, pDst, len, level, relOp);
 }
-VekStatus veksThreshold_32f_I(Vek32f* pSrcDst, int len, Vek32f level, VekCompareOp relOp) {
-  return either(pSrcDst, pSrcDst, len, level, relOp);
-}
 VekStatus veksThreshold_LT_16s(const Vek16s* pSrc, Vek16s* pDst, int len, Vek16s level) {
   return below(pSrc, pDst, len, level);
 }
-VekStatus veksThreshold_LT_16s_I(Vek16s* pSrcDst, int len, Vek16s level) { return below(pSrcDst, pSrcDst, len, level); }
 VekStatus veksThreshold_LT_32s(const Vek32s* pSrc, Vek32s* pDst, int len, Vek32s level) {
   return below(pSrc, pDst, len, level);
 }
-VekStatus veksThreshold_LT_32s_I(Vek32s* pSrcDst, int len, Vek32s level) { return below(pSrcDst, pSrcDst, len, level); }
 VekStatus veksThreshold_LT_32f(const Vek32f* pSrc, Vek32f* pDst, int len, Vek32f level) {
   return below(pSrc, pDst, len, level);
 }
-VekStatus veksThreshold_LT_32f_I(Vek32f* pSrcDst, int len, Vek32f level) { return below(pSrcDst, pSrcDst, len, level); }
 VekStatus veksThreshold_GT_16s(const Vek16s* pSrc, Vek16s* pDst, int len, Vek16s level) {
   return above(pSrc, pDst, len, level);
 }
-VekStatus veksThreshold_GT_16s_I(Vek16s* pSrcDst, int len, Vek16s level) { return above(pSrcDst, pSrcDst, len, level); }
 VekStatus veksThreshold_GT_32s(const Vek32s* pSrc, Vek32s* pDst, int len, Vek32s level) {
   return above(pSrc, pDst, len, level);
 }
-VekStatus veksThreshold_GT_32s_I(Vek32s* pSrcDst, int len, Vek32s level) { return above(pSrcDst, pSrcDst, len, level); }
 VekStatus veksThreshold_GT_32f(const Vek32f* pSrc, Vek32f* pDst, int len, Vek32f level) {
   return above(pSrc, pDst, len, level);
 }
-VekStatus veksThreshold_GT_32f_I(Vek32f* pSrcDst, int len, Vek32f level) { return above(pSrcDst, pSrcDst, len, level); }
 VekStatus veksThreshold_LTVal_32f(const Vek32f* pSrc, Vek32f* pDst, int len, Vek32f level, Vek32f value) {
   return belowByValue(pSrc, pDst, len, level, value);
 }
-VekStatus veksThreshold_LTVal_32f_I(Vek32f* pSrcDst, int len, Vek32f level, Vek32f value) {
-  return belowByValue(pSrcDst, pSrcDst, len, level, value);
-}
 VekStatus veksThreshold_GTVal_32f(const Vek32f* pSrc, Vek32f* pDst, int len, Vek32f level, Vek32f value) {
   return aboveByValue(pSrc, pDst, len, level, value);
-}
-VekStatus veksThreshold_GTVal_32f_I(Vek32f* pSrcDst, int len, Vek32f level, Vek32f value) {
-  return aboveByValue(pSrcDst, pSrcDst, len, level, value);
 }
 VekStatus veksThreshold_LTValGTVal_32s(const Vek32s* pSrc, Vek32s* pDst, int len, Vek32s levelLT, Vek32s valueLT,
                                        Vek32s levelGT, Vek32s valueGT) {
   return outsideByValues(pSrc, pDst, len, levelLT, valueLT, levelGT, valueGT);
 }
+// Not derived: the other form takes a seventh argument, on the stack, where a jump cannot put it.
 VekStatus veksThreshold_LTValGTVal_32s_I(Vek32s* pSrcDst, int len, Vek32s levelLT, Vek32s valueLT, Vek32s levelGT,
                                          Vek32s valueGT) {
   return outsideByValues(pSrcDst, pSrcDst, len, levelLT, valueLT, levelGT, valueGT);
@@ -168,39 +154,20 @@ VekStatus veksThreshold_LTValGTVal_32f(const Vek32f* pSrc, Vek32f* pDst, int len
                                        Vek32f levelGT, Vek32f valueGT) {
   return outsideByValues(pSrc, pDst, len, levelLT, valueLT, levelGT, valueGT);
 }
-VekStatus veksThreshold_LTValGTVal_32f_I(Vek32f* pSrcDst, int len, Vek32f levelLT, Vek32f valueLT, Vek32f levelGT,
-                                         Vek32f valueGT) {
-  return outsideByValues(pSrcDst, pSrcDst, len, levelLT, valueLT, levelGT, valueGT);
-}
 VekStatus veksThreshold_LTAbs_32s(const Vek32s* pSrc, Vek32s* pDst, int len, Vek32s level) {
   return belowMagnitude(pSrc, pDst, len, level);
-}
-VekStatus veksThreshold_LTAbs_32s_I(Vek32s* pSrcDst, int len, Vek32s level) {
-  return belowMagnitude(pSrcDst, pSrcDst, len, level);
 }
 VekStatus veksThreshold_LTAbs_32f(const Vek32f* pSrc, Vek32f* pDst, int len, Vek32f level) {
   return belowMagnitude(pSrc, pDst, len, level);
 }
-VekStatus veksThreshold_LTAbs_32f_I(Vek32f* pSrcDst, int len, Vek32f level) {
-  return belowMagnitude(pSrcDst, pSrcDst, len, level);
-}
 VekStatus veksThreshold_GTAbs_32s(const Vek32s* pSrc, Vek32s* pDst, int len, Vek32s level) {
   return aboveMagnitude(pSrc, pDst, len, level);
-}
-VekStatus veksThreshold_GTAbs_32s_I(Vek32s* pSrcDst, int len, Vek32s level) {
-  return aboveMagnitude(pSrcDst, pSrcDst, len, level);
 }
 VekStatus veksThreshold_GTAbs_32f(const Vek32f* pSrc, Vek32f* pDst, int len, Vek32f level) {
   return aboveMagnitude(pSrc, pDst, len, level);
 }
-VekStatus veksThreshold_GTAbs_32f_I(Vek32f* pSrcDst, int len, Vek32f level) {
-  return aboveMagnitude(pSrcDst, pSrcDst, len, level);
-}
 VekStatus veksThreshold_LTInv_32f(const Vek32f* pSrc, Vek32f* pDst, int len, Vek32f level) {
   return invert(pSrc, pDst, len, level);
-}
-VekStatus veksThreshold_LTInv_32f_I(Vek32f* pSrcDst, int len, Vek32f level) {
-  return invert(pSrcDst, pSrcDst, len, level);
 }
 
 }  // namespace vek::VEK_SLOT

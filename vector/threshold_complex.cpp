@@ -157,38 +157,20 @@ VEK_INLINE VekStatus invert(const Vek32fc* src, Vek32fc* dst, int len, float lev
 VekStatus veksThreshold_32fc(const Vek32fc* pSrc, Vek32fc* pDst, int len, Vek32f level, VekCompareOp relOp) {
   return either(pSrc, pDst, len, level, relOp);
 }
-VekStatus veksThreshold_32fc_I(Vek32fc* pSrcDst, int len, Vek32f level, VekCompareOp relOp) {
-  return either(pSrcDst, pSrcDst, len, level, relOp);
-}
 VekStatus veksThreshold_LT_32fc(const Vek32fc* pSrc, Vek32fc* pDst, int len, Vek32f level) {
   return below(pSrc, pDst, len, level);
-}
-VekStatus veksThreshold_LT_32fc_I(Vek32fc* pSrcDst, int len, Vek32f level) {
-  return below(pSrcDst, pSrcDst, len, level);
 }
 VekStatus veksThreshold_GT_32fc(const Vek32fc* pSrc, Vek32fc* pDst, int len, Vek32f level) {
   return above(pSrc, pDst, len, level);
 }
-VekStatus veksThreshold_GT_32fc_I(Vek32fc* pSrcDst, int len, Vek32f level) {
-  return above(pSrcDst, pSrcDst, len, level);
-}
 VekStatus veksThreshold_LTVal_32fc(const Vek32fc* pSrc, Vek32fc* pDst, int len, Vek32f level, Vek32fc value) {
   return belowByValue(pSrc, pDst, len, level, value);
-}
-VekStatus veksThreshold_LTVal_32fc_I(Vek32fc* pSrcDst, int len, Vek32f level, Vek32fc value) {
-  return belowByValue(pSrcDst, pSrcDst, len, level, value);
 }
 VekStatus veksThreshold_GTVal_32fc(const Vek32fc* pSrc, Vek32fc* pDst, int len, Vek32f level, Vek32fc value) {
   return aboveByValue(pSrc, pDst, len, level, value);
 }
-VekStatus veksThreshold_GTVal_32fc_I(Vek32fc* pSrcDst, int len, Vek32f level, Vek32fc value) {
-  return aboveByValue(pSrcDst, pSrcDst, len, level, value);
-}
 VekStatus veksThreshold_LTInv_32fc(const Vek32fc* pSrc, Vek32fc* pDst, int len, Vek32f level) {
   return invert(pSrc, pDst, len, level);
-}
-VekStatus veksThreshold_LTInv_32fc_I(Vek32fc* pSrcDst, int len, Vek32f level) {
-  return invert(pSrcDst, pSrcDst, len, level);
 }
 
 }  // namespace vek::VEK_SLOT

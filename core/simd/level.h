@@ -8,6 +8,11 @@
 #include <stddef.h>
 #include <stdint.h>
 
+// VEK_SLOT is the name of the slot, and of the namespace that its code lives in. Exported functions exist twice there:
+// as ::veksAdd_32fc, the entry that jumps to the slot in use, and as the slot's own. A call from slot code says which it
+// means, with `::` or with `VEK_SLOT::` in front. Bare, it is the slot's own as long as all arguments are of built-in
+// types; Vek32fc and the other structures are declared outside all namespaces, so argument-dependent lookup finds the
+// entry as well and the call is ambiguous.
 #ifndef VEK_SLOT
 #error "slot code is compiled with VEK_SLOT set to the suffix of its slot"
 #endif

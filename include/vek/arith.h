@@ -40,6 +40,7 @@ extern "C" {
 
 /**
  * Sum of two vectors: pDst[n] = pSrc1[n] + pSrc2[n]; in place pSrcDst[n] = pSrcDst[n] + pSrc[n].
+ * In place pSrcDst is pSrc1.
  *
  * @param pSrc1,pSrc2 the terms, len elements each (in place: pSrc)
  * @param pDst        the sums, len elements (in place: pSrcDst)
@@ -84,6 +85,7 @@ VEK_API VekStatus veksSub_32fc_I(const Vek32fc* pSrc, Vek32fc* pSrcDst, int len)
 
 /**
  * Product of two vectors: pDst[n] = pSrc1[n] * pSrc2[n]; in place pSrcDst[n] = pSrcDst[n] * pSrc[n].
+ * In place pSrcDst is pSrc1, or the complex factor.
  *
  * Complex: (re1 * re2 - im1 * im2, re1 * im2 + im1 * re2). Integers form each part exactly before it is scaled once;
  * floats round each of the four products and then the difference and the sum.
