@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Conversions from floating point to integers, and between single and double precision.
-#include "tests/support/unary.h"
+#include "tests/support/shapes.h"
 
 namespace {
 
@@ -29,6 +29,12 @@ int64_t rounded(T x, T m, int mode, int64_t low, int64_t high, int64_t ofNan) {
 template <class S, class D>
 using Convert = VekStatus (*)(const S*, D*, int, VekRoundMode, int);
 
+// Every length with a few of the scale factors, which otherwise run the same code.
+template <class S, class Call, class Meaning>
+void checkScaled(const std::vector<S>& values, int s, Call call, Meaning meaning) {
+  s == 0 || s == 1 ? Shapes(values).check(call, meaning) : Shapes(values).values(call, meaning);
+}
+
 template <class S, class D>
 void checkModes(Convert<S, D> convert, int64_t ofNan) {
   const std::vector<S> values = floatSweep<S>();
@@ -36,12 +42,10 @@ void checkModes(Convert<S, D> convert, int64_t ofNan) {
     for (const int mode : {0, 1, 2, 7, -1}) {
       SCOPED_TRACE(testing::Message() << "scale factor " << s << " mode " << mode);
       const S m = multiplier<S>(s);
-      checkUnary<S, D>(
-          values, [=](const S* a, D* d, int n) { return convert(a, d, n, mode, s); },
-          [=](S x) {
-            return D(rounded(x, m, mode, std::numeric_limits<D>::min(), std::numeric_limits<D>::max(), ofNan));
-          },
-          s == 0 || s == 1);
+      checkScaled(
+          values, s, [=](const S* a, D* d, int n) { return convert(a, d, n, mode, s); }, each<D>([=](S x) {
+            return rounded(x, m, mode, std::numeric_limits<D>::min(), std::numeric_limits<D>::max(), ofNan);
+          }));
     }
 }
 
@@ -64,18 +68,18 @@ TEST(ConvertFloat, RoundsTo24BitsAwayFromZero) {
   for (const int s : kScales) {
     SCOPED_TRACE(s);
     const Vek32f m = multiplier<Vek32f>(s);
-    checkUnary<Vek32f, Vek24u>(
-        values, [=](const Vek32f* a, Vek24u* d, int n) { return veksConvert_32f24s_Sfs(a, &d->byte[0], n, s); },
-        [=](Vek32f x) { return packed(rounded(x, m, 2, -8388608, 8388607, 0)); }, s == 0);
-    checkUnary<Vek32f, Vek24u>(
-        values, [=](const Vek32f* a, Vek24u* d, int n) { return veksConvert_32f24u_Sfs(a, &d->byte[0], n, s); },
-        [=](Vek32f x) { return packed(rounded(x, m, 2, 0, 16777215, 0)); }, s == 0);
+    checkScaled(
+        values, s, [=](auto* a, Vek24u* d, int n) { return veksConvert_32f24s_Sfs(a, &d->byte[0], n, s); },
+        each([=](Vek32f x) { return packed(rounded(x, m, 2, -8388608, 8388607, 0)); }));
+    checkScaled(
+        values, s, [=](auto* a, Vek24u* d, int n) { return veksConvert_32f24u_Sfs(a, &d->byte[0], n, s); },
+        each([=](Vek32f x) { return packed(rounded(x, m, 2, 0, 16777215, 0)); }));
   }
 }
 
 TEST(ConvertFloat, ChangesPrecision) {
-  checkUnary<Vek32f, Vek64f>(floatSweep<Vek32f>(), veksConvert_32f64f, [](Vek32f x) { return Vek64f(x); });
-  checkUnary<Vek64f, Vek32f>(floatSweep<Vek64f>(), veksConvert_64f32f, [](Vek64f x) { return Vek32f(x); });
+  Shapes(floatSweep<Vek32f>()).check(veksConvert_32f64f, each([](Vek32f x) { return Vek64f(x); }));
+  Shapes(floatSweep<Vek64f>()).check(veksConvert_64f32f, each([](Vek64f x) { return Vek32f(x); }));
 }
 
 // Examples worked out by hand, so that the reference above is not the only witness.

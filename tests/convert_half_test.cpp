@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Half precision, exhaustively both ways, with and without the conversion instructions of the processor.
-#include "tests/support/unary.h"
+#include "tests/support/shapes.h"
 
 namespace {
 
@@ -52,8 +52,7 @@ vek::CpuidRegs withoutF16c(const void* hideAvx2, uint32_t leaf, uint32_t subleaf
 }
 
 // Every slot as it is, then the AVX slots of a processor without F16C.
-template <class F>
-void onEveryPath(F f) {
+void onEveryPath(const std::function<void(int)>& f) {
   inEverySlot(f);
   if (availableSlots().back() < 5) return;
   for (const bool hideAvx2 : {false, true}) {
@@ -68,15 +67,6 @@ void onEveryPath(F f) {
   vek::setSlotForTest(availableSlots().back());
 }
 
-template <class S, class D, class Call, class Ref>
-void checkPaths(const std::vector<S>& values, Call call, Ref ref, bool shapes = true) {
-  const std::vector<D> want = mapped<S, D>(values, ref);
-  onEveryPath([&](int) {
-    checkValues(values, want, call);
-    if (shapes) checkShapes(values, want, call);
-  });
-}
-
 template <class T>
 std::vector<T> all16() {
   std::vector<T> v(65536);
@@ -86,10 +76,10 @@ std::vector<T> all16() {
 
 TEST(ConvertHalf, WidensToTheBit) {
   // As patterns: the fractions of signalling NaNs must come through.
-  checkPaths<Vek16f, Vek32u>(
-      all16<Vek16f>(),
-      [](const Vek16f* a, Vek32u* d, int n) { return veksConvert_16f32f(a, reinterpret_cast<Vek32f*>(d), n); },
-      [](Vek16f h) { return toBits(widened(h)); });
+  Shapes(all16<Vek16f>())
+      .on(onEveryPath)
+      .check([](auto* a, Vek32u* d, int n) { return veksConvert_16f32f(a, reinterpret_cast<Vek32f*>(d), n); },
+             each([](Vek16f h) { return toBits(widened(h)); }));
 }
 
 TEST(ConvertHalf, NarrowsAroundEveryHalf) {
@@ -107,33 +97,33 @@ TEST(ConvertHalf, NarrowsAroundEveryHalf) {
     patterns.push_back(b);
   for (const int mode : {0, 1, 3, -1}) {
     SCOPED_TRACE(mode);
-    checkPaths<Vek32u, Vek16f>(
-        patterns,
-        [=](const Vek32u* a, Vek16f* d, int n) {
-          return veksConvert_32f16f(reinterpret_cast<const Vek32f*>(a), d, n, mode);
-        },
-        [=](Vek32u b) { return narrowed(fromBits(b), mode); });
+    Shapes(patterns)
+        .on(onEveryPath)
+        .check([=](auto* a, Vek16f* d,
+                   int n) { return veksConvert_32f16f(reinterpret_cast<const Vek32f*>(a), d, n, mode); },
+               each([=](Vek32u b) { return narrowed(fromBits(b), mode); }));
   }
 }
 
 TEST(ConvertHalf, FromAndTo16BitIntegers) {
   for (const int mode : {0, 1, 3, -1}) {
     SCOPED_TRACE(mode);
-    checkPaths<Vek16s, Vek16f>(
-        all16<Vek16s>(), [=](const Vek16s* a, Vek16f* d, int n) { return veksConvert_16s16f(a, d, n, mode); },
-        [=](Vek16s x) { return narrowed(float(x), mode); });
+    Shapes(all16<Vek16s>())
+        .on(onEveryPath)
+        .check([=](auto* a, Vek16f* d, int n) { return veksConvert_16s16f(a, d, n, mode); },
+               each([=](Vek16s x) { return narrowed(float(x), mode); }));
     for (const int s : {0, 1, 3, 10, 140, 149, 150, 1000, INT32_MAX, -1, -10, -24, -127, -128, INT32_MIN}) {
       SCOPED_TRACE(s);
       const float m = std::ldexp(1.0f, s > 1000 ? -1000 : s < -1000 ? 1000 : -s);
-      checkPaths<Vek16f, Vek16s>(
-          all16<Vek16f>(), [=](const Vek16f* a, Vek16s* d, int n) { return veksConvert_16f16s_Sfs(a, d, n, mode, s); },
-          [=](Vek16f h) {
-            const float y = widened(h) * m;
-            if (std::isnan(y)) return Vek16s(0);
-            const double c = std::min(std::max(double(y), -32768.0), 32767.0);
-            return Vek16s(mode == 1 ? std::nearbyint(c) : std::trunc(c));
-          },
-          s == 1);
+      const auto call = [=](auto* a, Vek16s* d, int n) { return veksConvert_16f16s_Sfs(a, d, n, mode, s); };
+      const auto meaning = each([=](Vek16f h) {
+        const float y = widened(h) * m;
+        if (std::isnan(y)) return Vek16s(0);
+        const double c = std::min(std::max(double(y), -32768.0), 32767.0);
+        return Vek16s(mode == 1 ? std::nearbyint(c) : std::trunc(c));
+      });
+      auto shapes = Shapes(all16<Vek16f>()).on(onEveryPath);
+      s == 1 ? shapes.check(call, meaning) : shapes.values(call, meaning);
     }
   }
 }
@@ -142,17 +132,15 @@ TEST(ConvertHalf, RefusesHalfAway) {
   const Vek32f single = 1;
   const Vek16s integer = 1;
   const Vek16f half = 0x3C00;
-  onEveryPath([&](int) {
-    Vek16f toHalf = 77;
-    Vek16s to16 = 77;
-    EXPECT_EQ(veksConvert_32f16f(&single, &toHalf, 1, vekRoundHalfAway), vekStsRoundModeNotSupportedErr);
-    EXPECT_EQ(veksConvert_16s16f(&integer, &toHalf, 1, vekRoundHalfAway), vekStsRoundModeNotSupportedErr);
-    EXPECT_EQ(veksConvert_16f16s_Sfs(&half, &to16, 1, vekRoundHalfAway, 0), vekStsRoundModeNotSupportedErr);
-    EXPECT_EQ(veksConvert_32f16f(&single, &toHalf, 0, vekRoundHalfAway), vekStsSizeErr);
-    EXPECT_EQ(veksConvert_32f16f(nullptr, &toHalf, 0, vekRoundHalfAway), vekStsNullPtrErr);
-    EXPECT_EQ(toHalf, 77);
-    EXPECT_EQ(to16, 77);
-  });
+  const auto mode = vekRoundHalfAway;
+  expectRefused<Vek16f>(vekStsRoundModeNotSupportedErr,
+                        [&](auto* d) { return veksConvert_32f16f(&single, d, 1, mode); });
+  expectRefused<Vek16f>(vekStsRoundModeNotSupportedErr,
+                        [&](auto* d) { return veksConvert_16s16f(&integer, d, 1, mode); });
+  expectRefused<Vek16s>(vekStsRoundModeNotSupportedErr,
+                        [&](auto* d) { return veksConvert_16f16s_Sfs(&half, d, 1, mode, 0); });
+  expectRefused<Vek16f>(vekStsSizeErr, [&](auto* d) { return veksConvert_32f16f(&single, d, 0, mode); });
+  expectRefused<Vek16f>(vekStsNullPtrErr, [&](auto* d) { return veksConvert_32f16f(nullptr, d, 0, mode); });
 }
 
 }  // namespace

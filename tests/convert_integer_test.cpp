@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Conversions between integers, and from integers to floating point.
-#include "tests/support/unary.h"
+#include "tests/support/shapes.h"
 
 namespace {
 
@@ -66,26 +66,32 @@ std::vector<Vek24u> sweep24() {
   v.push_back({{0xFF, 0xFF, 0xFF}}), v.push_back({{0, 0, 0x80}});
   return v;
 }
-const Vek8u* bytes(const Vek24u* p) { return reinterpret_cast<const Vek8u*>(p); }
 Vek8u* bytes(Vek24u* p) { return reinterpret_cast<Vek8u*>(p); }
 
+// Every length with a few of the scale factors, which otherwise run the same code.
+template <class S, class Call, class Meaning>
+void checkScaled(const std::vector<S>& values, bool everyLength, Call call, Meaning meaning) {
+  everyLength ? Shapes(values).check(call, meaning) : Shapes(values).values(call, meaning);
+}
+
 TEST(ConvertInteger, WidensExactly) {
-  checkUnary<Vek8s, Vek16s>(everyValue<Vek8s>(), veksConvert_8s16s, [](Vek8s x) { return Vek16s(x); });
-  checkUnary<Vek16s, Vek32s>(everyValue<Vek16s>(), veksConvert_16s32s, [](Vek16s x) { return Vek32s(x); });
-  checkUnary<Vek8u, Vek32f>(everyValue<Vek8u>(), veksConvert_8u32f, [](Vek8u x) { return Vek32f(x); });
-  checkUnary<Vek8s, Vek32f>(everyValue<Vek8s>(), veksConvert_8s32f, [](Vek8s x) { return Vek32f(x); });
-  checkUnary<Vek16u, Vek32f>(everyValue<Vek16u>(), veksConvert_16u32f, [](Vek16u x) { return Vek32f(x); });
-  checkUnary<Vek16s, Vek32f>(everyValue<Vek16s>(), veksConvert_16s32f, [](Vek16s x) { return Vek32f(x); });
-  checkUnary<Vek32s, Vek64f>(integerSweep<Vek32s>(), veksConvert_32s64f, [](Vek32s x) { return Vek64f(x); });
+  Shapes(everyValue<Vek8s>()).check(veksConvert_8s16s, each([](Vek8s x) { return Vek16s(x); }));
+  Shapes(everyValue<Vek16s>()).check(veksConvert_16s32s, each([](Vek16s x) { return Vek32s(x); }));
+  Shapes(everyValue<Vek8u>()).check(veksConvert_8u32f, each([](Vek8u x) { return Vek32f(x); }));
+  Shapes(everyValue<Vek8s>()).check(veksConvert_8s32f, each([](Vek8s x) { return Vek32f(x); }));
+  Shapes(everyValue<Vek16u>()).check(veksConvert_16u32f, each([](Vek16u x) { return Vek32f(x); }));
+  Shapes(everyValue<Vek16s>()).check(veksConvert_16s32f, each([](Vek16s x) { return Vek32f(x); }));
+  Shapes(integerSweep<Vek32s>()).check(veksConvert_32s64f, each([](Vek32s x) { return Vek64f(x); }));
 }
 
 TEST(ConvertInteger, RoundsToSinglePrecision) {
-  checkUnary<Vek32s, Vek32f>(integerSweep<Vek32s>(), veksConvert_32s32f, [](Vek32s x) { return Vek32f(x); });
+  Shapes(integerSweep<Vek32s>()).check(veksConvert_32s32f, each([](Vek32s x) { return Vek32f(x); }));
 }
 
 TEST(ConvertInteger, SaturatesTo16) {
-  checkUnary<Vek32s, Vek16s>(integerSweep<Vek32s>(), veksConvert_32s16s,
-                             [](Vek32s x) { return Vek16s(scaled(x, 0, kEven, -32768, 32767)); });
+  Shapes(integerSweep<Vek32s>()).check(veksConvert_32s16s, each([](Vek32s x) {
+                                         return Vek16s(scaled(x, 0, kEven, -32768, 32767));
+                                       }));
 }
 
 TEST(ConvertInteger, ScalesTo16And24Bits) {
@@ -94,15 +100,15 @@ TEST(ConvertInteger, ScalesTo16And24Bits) {
   for (const int s : kScales) {
     SCOPED_TRACE(s);
     const bool shapes = s == 1000 || s == 4 || s == -1;
-    checkUnary<Vek32s, Vek16s>(
-        s32, [=](const Vek32s* a, Vek16s* d, int n) { return veksConvert_32s16s_Sfs(a, d, n, s); },
-        [=](Vek32s x) { return Vek16s(scaled(x, s, kEven, -32768, 32767)); }, shapes);
-    checkUnary<Vek32s, Vek24u>(
-        s32, [=](const Vek32s* a, Vek24u* d, int n) { return veksConvert_32s24s_Sfs(a, bytes(d), n, s); },
-        [=](Vek32s x) { return pack24(scaled(x, s, kEven, -8388608, 8388607)); }, shapes);
-    checkUnary<Vek32u, Vek24u>(
-        u32, [=](const Vek32u* a, Vek24u* d, int n) { return veksConvert_32u24u_Sfs(a, bytes(d), n, s); },
-        [=](Vek32u x) { return pack24(scaled(x, s, kEven, 0, 16777215)); }, shapes);
+    checkScaled(
+        s32, shapes, [=](auto* a, Vek16s* d, int n) { return veksConvert_32s16s_Sfs(a, d, n, s); },
+        each([=](Vek32s x) { return Vek16s(scaled(x, s, kEven, -32768, 32767)); }));
+    checkScaled(
+        s32, shapes, [=](auto* a, Vek24u* d, int n) { return veksConvert_32s24s_Sfs(a, bytes(d), n, s); },
+        each([=](Vek32s x) { return pack24(scaled(x, s, kEven, -8388608, 8388607)); }));
+    checkScaled(
+        u32, shapes, [=](auto* a, Vek24u* d, int n) { return veksConvert_32u24u_Sfs(a, bytes(d), n, s); },
+        each([=](Vek32u x) { return pack24(scaled(x, s, kEven, 0, 16777215)); }));
   }
 }
 
@@ -111,27 +117,21 @@ TEST(ConvertInteger, Scales64BitsInEveryMode) {
   for (const int s : kScales)
     for (const int mode : {0, 1, 2, 7, -1}) {
       SCOPED_TRACE(testing::Message() << "scale factor " << s << " mode " << mode);
-      checkUnary<Vek64s, Vek32s>(
-          values, [=](const Vek64s* a, Vek32s* d, int n) { return veksConvert_64s32s_Sfs(a, d, n, mode, s); },
-          [=](Vek64s x) {
-            return Vek32s(scaled(x, s, mode == 0 ? kTruncate : mode == 1 ? kEven : kAway, INT32_MIN, INT32_MAX));
-          },
-          s == 1000 || s == 4 || s == -1);
+      const int rounding = mode == 0 ? kTruncate : mode == 1 ? kEven : kAway;
+      checkScaled(
+          values, s == 1000 || s == 4 || s == -1,
+          [=](auto* a, Vek32s* d, int n) { return veksConvert_64s32s_Sfs(a, d, n, mode, s); },
+          each([=](Vek64s x) { return Vek32s(scaled(x, s, rounding, INT32_MIN, INT32_MAX)); }));
     }
 }
 
 TEST(ConvertInteger, Unpacks24Bits) {
-  const std::vector<Vek24u> v = sweep24();
-  checkUnary<Vek24u, Vek32u>(
-      v, [](const Vek24u* a, Vek32u* d, int n) { return veksConvert_24u32u(bytes(a), d, n); }, unsigned24);
-  checkUnary<Vek24u, Vek32s>(
-      v, [](const Vek24u* a, Vek32s* d, int n) { return veksConvert_24s32s(bytes(a), d, n); }, signed24);
-  checkUnary<Vek24u, Vek32f>(
-      v, [](const Vek24u* a, Vek32f* d, int n) { return veksConvert_24u32f(bytes(a), d, n); },
-      [](Vek24u x) { return Vek32f(unsigned24(x)); });
-  checkUnary<Vek24u, Vek32f>(
-      v, [](const Vek24u* a, Vek32f* d, int n) { return veksConvert_24s32f(bytes(a), d, n); },
-      [](Vek24u x) { return Vek32f(signed24(x)); });
+  const Shapes v(sweep24());
+  const auto to = [](auto convert) { return [=](auto* a, auto* d, int n) { return convert(&a->byte[0], d, n); }; };
+  v.check(to(veksConvert_24u32u), each(unsigned24));
+  v.check(to(veksConvert_24s32s), each(signed24));
+  v.check(to(veksConvert_24u32f), each<Vek32f>(unsigned24));
+  v.check(to(veksConvert_24s32f), each<Vek32f>(signed24));
 }
 
 // The multiplier by halving and doubling, as it is defined; 1200 steps reach 0 or infinity.
@@ -150,18 +150,18 @@ TEST(ConvertInteger, ScalesToFloatingPoint) {
     SCOPED_TRACE(s);
     const Vek32f m = multiplier<Vek32f>(s);
     const Vek64f wide = multiplier<Vek64f>(s);
-    checkUnary<Vek16s, Vek32f>(
-        s16, [=](const Vek16s* a, Vek32f* d, int n) { return veksConvert_16s32f_Sfs(a, d, n, s); },
-        [=](Vek16s x) { return Vek32f(x) * m; }, s == 0);
-    checkUnary<Vek32s, Vek32f>(
-        s32, [=](const Vek32s* a, Vek32f* d, int n) { return veksConvert_32s32f_Sfs(a, d, n, s); },
-        [=](Vek32s x) { return Vek32f(x) * m; }, s == 0);
-    checkUnary<Vek16s, Vek64f>(
-        s16, [=](const Vek16s* a, Vek64f* d, int n) { return veksConvert_16s64f_Sfs(a, d, n, s); },
-        [=](Vek16s x) { return Vek64f(x) * wide; }, s == 0);
-    checkUnary<Vek32s, Vek64f>(
-        s32, [=](const Vek32s* a, Vek64f* d, int n) { return veksConvert_32s64f_Sfs(a, d, n, s); },
-        [=](Vek32s x) { return Vek64f(x) * wide; }, s == 0);
+    checkScaled(
+        s16, s == 0, [=](auto* a, Vek32f* d, int n) { return veksConvert_16s32f_Sfs(a, d, n, s); },
+        each([=](Vek16s x) { return Vek32f(x) * m; }));
+    checkScaled(
+        s32, s == 0, [=](auto* a, Vek32f* d, int n) { return veksConvert_32s32f_Sfs(a, d, n, s); },
+        each([=](Vek32s x) { return Vek32f(x) * m; }));
+    checkScaled(
+        s16, s == 0, [=](auto* a, Vek64f* d, int n) { return veksConvert_16s64f_Sfs(a, d, n, s); },
+        each([=](Vek16s x) { return Vek64f(x) * wide; }));
+    checkScaled(
+        s32, s == 0, [=](auto* a, Vek64f* d, int n) { return veksConvert_32s64f_Sfs(a, d, n, s); },
+        each([=](Vek32s x) { return Vek64f(x) * wide; }));
   }
 }
 

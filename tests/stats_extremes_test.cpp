@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Extremes and their positions against the scan in index order that defines them: ties, NaN and signed zeros anywhere.
-#include "tests/support/data.h"
-#include "tests/support/placement.h"
-#include "tests/support/slots.h"
+#include "tests/support/shapes.h"
 
 namespace {
 
@@ -91,7 +89,7 @@ void sweep(const Family<T>& f) {
     for (const std::vector<T>& x : {randomVector<T>(n), tiedVector<T>(n), mixedVector<T>(n)})
       inEverySlot([&](int) {
         atEveryPlace(
-            x, [&](const T* p) { check(f, x, p); }, n > 64 ? 4 : 17);
+            n > 64 ? 4 : 17, [&](const T* p) { check(f, x, p); }, x);
       });
 }
 TEST(Extremes, Shorts) { sweep(kShorts); }
@@ -195,7 +193,7 @@ TEST(ExtremeMagnitudes, ClampedBeforeTheyAreCompared) {
   for (const auto& x : cases)
     inEverySlot([&](int) {
       atEveryPlace(
-          x, [&](const int32_t* p) { checkMagnitudes(x, p); }, 5);
+          5, [&](const int32_t* p) { checkMagnitudes(x, p); }, x);
     });
 }
 

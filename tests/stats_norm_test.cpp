@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Norms, distances, counts and dot products against sums in extended precision, and to the bit where that is promised.
-#include "tests/support/data.h"
-#include "tests/support/placement.h"
-#include "tests/support/slots.h"
+#include "tests/support/shapes.h"
 
 namespace {
 
@@ -42,7 +40,7 @@ TEST(Norm, RealAndComplex) {
     for (int i = whole; i < n; ++i) l1 += std::fabs(double(x[i]));
     inEverySlot([&](int) {
       atEveryPlace(
-          x,
+          5,
           [&](const float* p) {
             float got = -1;
             ASSERT_EQ(veksNorm_Inf_32f(p, n, &got), vekStsNoErr);
@@ -52,9 +50,9 @@ TEST(Norm, RealAndComplex) {
             ASSERT_EQ(veksNorm_L2_32f(p, n, &got), vekStsNoErr);
             expectNear(got, std::sqrt(real.l2), 6e-8, n);
           },
-          5);
+          x);
       atEveryPlace(
-          z,
+          5,
           [&](const Vek32fc* p) {
             float got = -1;
             double wide = -1;
@@ -65,7 +63,7 @@ TEST(Norm, RealAndComplex) {
             ASSERT_EQ(veksNorm_L2_32fc64f(p, n, &wide), vekStsNoErr);
             expectNear(wide, std::sqrt(complex.l2), kDouble, n);
           },
-          5);
+          z);
     });
   }
 }
@@ -116,7 +114,7 @@ TEST(NormDiff, RealAndComplex) {
     }
     inEverySlot([&](int) {
       atEveryPlace(
-          x, y,
+          3,
           [&](const float* p, const float* q) {
             float got = -1;
             ASSERT_EQ(veksNormDiff_Inf_32f(p, q, n, &got), vekStsNoErr);
@@ -126,9 +124,9 @@ TEST(NormDiff, RealAndComplex) {
             ASSERT_EQ(veksNormDiff_L2_32f(p, q, n, &got), vekStsNoErr);
             expectNear(got, std::sqrt(real.l2), 6e-8, n);
           },
-          3);
+          x, y);
       atEveryPlace(
-          a, b,
+          3,
           [&](const Vek32fc* p, const Vek32fc* q) {
             float got = -1;
             double wide = -1;
@@ -139,7 +137,7 @@ TEST(NormDiff, RealAndComplex) {
             ASSERT_EQ(veksNormDiff_L2_32fc64f(p, q, n, &wide), vekStsNoErr);
             expectNear(wide, std::sqrt(complex.l2), kDouble, n);
           },
-          3);
+          a, b);
     });
   }
 }
@@ -200,13 +198,13 @@ TEST(CountInRange, BothBoundsExcluded) {
       for (int32_t v : x) want += low < v && v < high;
       inEverySlot([&, low = low, high = high](int) {
         atEveryPlace(
-            x,
+            3,
             [&](const int32_t* p) {
               int got = -1;
               ASSERT_EQ(veksCountInRange_32s(p, n, &got, low, high), vekStsNoErr);
               ASSERT_EQ(got, want) << n << " in " << low << ", " << high;
             },
-            3);
+            x);
       });
     }
   }
@@ -239,17 +237,20 @@ TEST(DotProd, SingleInTheStatedOrder) {
     long double want = 0, magnitudes = 0;
     for (int i = 0; i < n; ++i) want += (long double)x[i] * y[i], magnitudes += std::fabs((long double)x[i] * y[i]);
     inEverySlot([&](int slot) {
-      atEveryPlace(y, x, [&](const float* q, const float* p) {
-        float got = -1;
-        double wide = -1;
-        ASSERT_EQ(veksDotProd_32f(p, q, n, &got), vekStsNoErr);
-        if (slot < kFirstRegroupingSlot) {
-          ASSERT_EQ(got, orderedDot(x, y, reinterpret_cast<uintptr_t>(q))) << n;
-        }
-        ASSERT_LE(std::fabs(got - want), kSingle * magnitudes) << n;
-        ASSERT_EQ(veksDotProd_32f64f(p, q, n, &wide), vekStsNoErr);
-        ASSERT_LE(std::fabs(wide - want), kDouble * magnitudes) << n;
-      });
+      atEveryPlace(
+          16,
+          [&](const float* q, const float* p) {
+            float got = -1;
+            double wide = -1;
+            ASSERT_EQ(veksDotProd_32f(p, q, n, &got), vekStsNoErr);
+            if (slot < kFirstRegroupingSlot) {
+              ASSERT_EQ(got, orderedDot(x, y, reinterpret_cast<uintptr_t>(q))) << n;
+            }
+            ASSERT_LE(std::fabs(got - want), kSingle * magnitudes) << n;
+            ASSERT_EQ(veksDotProd_32f64f(p, q, n, &wide), vekStsNoErr);
+            ASSERT_LE(std::fabs(wide - want), kDouble * magnitudes) << n;
+          },
+          y, x);
     });
   }
 }
@@ -286,7 +287,7 @@ void checkComplexDot(VekStatus (*dot)(const A*, const B*, int, R*), double preci
     const Wide want = product(a, b, &magnitudes);
     inEverySlot([&](int) {
       atEveryPlace(
-          a, b,
+          3,
           [&](const A* p, const B* q) {
             R r;
             ASSERT_EQ(dot(p, q, n, &r), vekStsNoErr);
@@ -294,7 +295,7 @@ void checkComplexDot(VekStatus (*dot)(const A*, const B*, int, R*), double preci
             ASSERT_LE(std::fabs(got.re - want.re), precision * magnitudes) << n;
             ASSERT_LE(std::fabs(got.im - want.im), precision * magnitudes) << n;
           },
-          3);
+          a, b);
     });
   }
 }
@@ -332,29 +333,29 @@ TEST(DotProd, ScaledIntegers) {
           ASSERT_TRUE(sameBits(m, Vek32sc{scaledDot(mixed.re, scaleFactor), scaledDot(mixed.im, scaleFactor)}));
         }
         atEveryPlace(
-            a, b,
+            2,
             [&](const Vek32sc* p, const Vek32sc* q) {
               Vek32sc c;
               veksDotProd_32sc_Sfs(p, q, n, &c, 8);
               ASSERT_TRUE(sameBits(c, Vek32sc{scaledDot(complex.re, 8), scaledDot(complex.im, 8)}));
             },
-            2);
+            a, b);
         atEveryPlace(
-            x, b,
+            2,
             [&](const int32_t* p, const Vek32sc* q) {
               Vek32sc m;
               veksDotProd_32s32sc_Sfs(p, q, n, &m, 8);
               ASSERT_TRUE(sameBits(m, Vek32sc{scaledDot(mixed.re, 8), scaledDot(mixed.im, 8)}));
             },
-            2);
+            x, b);
         atEveryPlace(
-            x, y,
+            2,
             [&](const int32_t* p, const int32_t* q) {
               int32_t r;
               veksDotProd_32s_Sfs(p, q, n, &r, 1);
               ASSERT_EQ(r, scaledDot(real.re, 1));
             },
-            2);
+            x, y);
       });
     }
   const int32_t top = INT32_MAX, bottom = INT32_MIN;

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Sums, means and deviations against their definitions: orders of additions to the bit, integers exactly.
-#include "tests/support/data.h"
-#include "tests/support/placement.h"
-#include "tests/support/slots.h"
+#include "tests/support/shapes.h"
 
 namespace {
 
@@ -89,19 +87,22 @@ TEST(Sum, FloatOrders) {
   for (int n : lengths) {
     for (const auto& x : {randomVector<float>(n), cancellingVector(n)}) {
       inEverySlot([&](int slot) {
-        atEveryPlace(x, [&](const float* p) {
-          for (VekHintAlgorithm hint : kHints) {
-            float got = -1;
-            ASSERT_EQ(veksSum_32f(p, n, &got, hint), vekStsNoErr);
-            if (hint != vekAlgHintFast) {
-              ASSERT_EQ(got, float(sixteenSums(x.data(), n, 1, 0))) << n;
-            } else if (slot < kFirstRegroupingSlot) {
-              ASSERT_EQ(got, float(blockwiseSum(x.data(), n, reinterpret_cast<uintptr_t>(p)))) << n;
-            } else {
-              ASSERT_TRUE(isNearSum(got, x, 1, 80 * 0x1p-24)) << n;
-            }
-          }
-        });
+        atEveryPlace(
+            16,
+            [&](const float* p) {
+              for (VekHintAlgorithm hint : kHints) {
+                float got = -1;
+                ASSERT_EQ(veksSum_32f(p, n, &got, hint), vekStsNoErr);
+                if (hint != vekAlgHintFast) {
+                  ASSERT_EQ(got, float(sixteenSums(x.data(), n, 1, 0))) << n;
+                } else if (slot < kFirstRegroupingSlot) {
+                  ASSERT_EQ(got, float(blockwiseSum(x.data(), n, reinterpret_cast<uintptr_t>(p)))) << n;
+                } else {
+                  ASSERT_TRUE(isNearSum(got, x, 1, 80 * 0x1p-24)) << n;
+                }
+              }
+            },
+            x);
       });
     }
   }
@@ -112,7 +113,7 @@ TEST(Mean, FloatOrders) {
     const auto x = randomVector<float>(n);
     inEverySlot([&](int slot) {
       atEveryPlace(
-          x,
+          5,
           [&](const float* p) {
             for (VekHintAlgorithm hint : kHints) {
               float got = -1;
@@ -124,7 +125,7 @@ TEST(Mean, FloatOrders) {
               }
             }
           },
-          5);
+          x);
     });
   }
 }
@@ -136,7 +137,7 @@ TEST(SumAndMean, ComplexIsTheSameForEveryHintAndSlot) {
     const double re = sixteenSums(parts, n, 2, 0), im = sixteenSums(parts, n, 2, 1);
     inEverySlot([&](int) {
       atEveryPlace(
-          x,
+          5,
           [&](const Vek32fc* p) {
             for (VekHintAlgorithm hint : kHints) {
               Vek32fc sum, mean;
@@ -146,7 +147,7 @@ TEST(SumAndMean, ComplexIsTheSameForEveryHintAndSlot) {
               ASSERT_TRUE(sameBits(mean, Vek32fc{float(re / n), float(im / n)})) << n;
             }
           },
-          5);
+          x);
     });
   }
 }
@@ -249,21 +250,21 @@ TEST(IntegerSums, EveryLengthAndPlace) {
     for (int i = 0; i < n; ++i) sum16 += x[i], sum32 += y[i];
     inEverySlot([&](int) {
       atEveryPlace(
-          x,
+          5,
           [&](const int16_t* p) {
             int32_t got;
             veksSum_16s32s_Sfs(p, n, &got, 0);
             ASSERT_EQ(got, saturate(sum16)) << n;
           },
-          5);
+          x);
       atEveryPlace(
-          y,
+          5,
           [&](const int32_t* p) {
             int32_t got;
             veksSum_32s_Sfs(p, n, &got, 12);
             ASSERT_EQ(got, scaled(sum32, 12)) << n;
           },
-          5);
+          y);
     });
   }
 }
@@ -279,7 +280,7 @@ void expectMoments(const std::vector<float>& x, double relative) {
   const double want = double(std::sqrt(squares / (n - 1)));
   inEverySlot([&](int) {
     atEveryPlace(
-        x,
+        5,
         [&](const float* p) {
           float fast, accurate, m, both;
           ASSERT_EQ(veksStdDev_32f(p, n, &fast, vekAlgHintFast), vekStsNoErr);
@@ -290,7 +291,7 @@ void expectMoments(const std::vector<float>& x, double relative) {
           ASSERT_EQ(both, accurate);
           ASSERT_NEAR(m, double(mean), 1e-7 * (std::fabs(double(mean)) + want));
         },
-        5);
+        x);
   });
 }
 

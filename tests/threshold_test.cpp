@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Thresholds against their rules in scalar code.
-#include "tests/support/unary.h"
+#include "tests/support/shapes.h"
 
 namespace {
 
@@ -15,16 +15,8 @@ using InPlace = VekStatus (*)(T*, int, A...);
 template <class T, class Ref, class... A>
 void checkBoth(const std::vector<T>& values, Plain<T, A...> plain, InPlace<T, A...> inPlace, Ref ref,
                std::common_type_t<A>... args) {
-  checkUnary<T, T>(
-      values, [=](const T* a, T* d, int n) { return plain(a, d, n, args...); }, ref);
-  std::vector<T> want = mapped<T, T>(values, ref);
-  inEverySlot([&](int) {
-    for (size_t n : {size_t(1), size_t(7), size_t(33), values.size()}) {
-      std::vector<T> got(values.begin(), values.begin() + n);
-      ASSERT_EQ(inPlace(got.data(), int(n), args...), vekStsNoErr);
-      EXPECT_TRUE(sameVectors(got, std::vector<T>(want.begin(), want.begin() + n)));
-    }
-  });
+  Shapes(values).check([=](const T* a, T* d, int n) { return plain(a, d, n, args...); }, each<T>(ref),
+                       [=](T* d, int n) { return inPlace(d, n, args...); });
 }
 
 template <class T>

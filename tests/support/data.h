@@ -26,29 +26,13 @@ template <class T>
 T randomValue() {
   if constexpr (std::is_floating_point_v<T>) {
     return T(std::uniform_real_distribution<double>(-1000, 1000)(rng()));
-  } else {
+  } else if constexpr (std::is_integral_v<T>) {
     return T(rng()());
+  } else {
+    T x;
+    x.re = randomValue<decltype(x.re)>(), x.im = randomValue<decltype(x.im)>();
+    return x;
   }
-}
-template <>
-inline Vek32fc randomValue<Vek32fc>() {
-  return {randomValue<float>(), randomValue<float>()};
-}
-template <>
-inline Vek32sc randomValue<Vek32sc>() {
-  return {randomValue<int32_t>(), randomValue<int32_t>()};
-}
-template <>
-inline Vek16sc randomValue<Vek16sc>() {
-  return {randomValue<int16_t>(), randomValue<int16_t>()};
-}
-template <>
-inline Vek64sc randomValue<Vek64sc>() {
-  return {randomValue<int64_t>(), randomValue<int64_t>()};
-}
-template <>
-inline Vek64fc randomValue<Vek64fc>() {
-  return {randomValue<double>(), randomValue<double>()};
 }
 
 template <class T>
@@ -63,43 +47,78 @@ template <class T>
 std::vector<T> specialValues() {
   using L = std::numeric_limits<T>;
   if constexpr (std::is_floating_point_v<T>) {
-    return {T(0),
-            T(-0.0),
-            T(1),
-            T(-1),
-            T(0.5),
-            T(-0.5),
-            T(1.5),
-            T(2.5),
-            T(-2.5),
-            T(255.5),
-            T(-32768.5),
-            T(32767.5),
-            T(2147483648.0),
-            T(-2147483648.0),
-            T(1e30),
-            T(-1e30),
-            L::min(),
-            L::denorm_min(),
-            -L::denorm_min(),
-            L::max(),
-            L::lowest(),
-            L::infinity(),
-            -L::infinity(),
-            L::quiet_NaN(),
-            -L::quiet_NaN()};
+    std::vector<T> v;
+    for (double x : {0.0, 1.0, 0.5, 1.5, 2.5, 255.5, 32767.5, 32768.5, 2147483648.0, 1e30, double(L::min()),
+                     double(L::denorm_min()), double(L::max()), double(INFINITY), double(NAN)})
+      v.push_back(T(x)), v.push_back(T(-x));
+    return v;
   } else {
     return {T(0),           T(1), T(-1), T(2), T(-2), T(3), L::max(), L::min(), T(L::max() - 1), T(L::min() + 1),
             T(L::max() / 2)};
   }
 }
 
-// Random values with special ones strewn in at every phase of the packs.
+// The real type of which a complex one has two.
+template <class T>
+struct Parts {
+  using type = T;
+};
+template <class T>
+requires requires(T x) { x.im; }
+struct Parts<T> {
+  using type = decltype(T::im);
+};
+template <class T>
+using PartOf = typename Parts<T>::type;
+template <class T>
+constexpr bool kComplex = !std::is_same_v<T, PartOf<T>>;
+
+// Parts as complex elements, in turn.
+template <class C>
+std::vector<C> paired(const std::vector<PartOf<C>>& parts) {
+  std::vector<C> v(parts.size() / 2);
+  memcpy(static_cast<void*>(v.data()), parts.data(), v.size() * sizeof(C));
+  return v;
+}
+
+// Random values with special ones strewn in at every phase of the packs, and in either part.
 template <class T>
 std::vector<T> mixedVector(size_t n) {
-  std::vector<T> v = randomVector<T>(n);
-  const std::vector<T> s = specialValues<T>();
-  for (size_t i = 0; i < n; i += 3) v[i] = s[rng()() % s.size()];
+  if constexpr (kComplex<T>) {
+    return paired<T>(mixedVector<PartOf<T>>(2 * n));
+  } else {
+    std::vector<T> v = randomVector<T>(n);
+    const std::vector<T> s = specialValues<T>();
+    for (size_t i = 0; i < n; i += 3) v[i] = s[rng()() % s.size()];
+    return v;
+  }
+}
+
+// Floats where conversions and thresholds go wrong: every exponent of both signs with several fractions, ties and their
+// neighbours, the neighbours of the ends of every integer range, and the special values with several NaNs.
+template <class T>
+std::vector<T> floatSweep() {
+  std::vector<T> v = specialValues<T>();
+  const auto around = [&](double centre) {
+    const T x = T(centre);
+    for (const T y : {x, std::nextafter(x, T(-INFINITY)), std::nextafter(x, T(INFINITY))})
+      v.push_back(y), v.push_back(-y);
+  };
+  for (int e = std::numeric_limits<T>::min_exponent - std::numeric_limits<T>::digits;
+       e < std::numeric_limits<T>::max_exponent; ++e)
+    for (const double f : {1.0, 1.25, 1.5, 1.9999999, 1.3333333})
+      v.push_back(T(std::ldexp(f, e))), v.push_back(-v.back());
+  for (int i = 0; i <= 260; ++i) around(i / 2.0), around(i / 4.0);
+  for (const double limit : {127.0, 128.0, 255.0, 32767.0, 32768.0, 65535.0, 8388607.0, 8388608.0, 16777215.0,
+                             2147483647.0, 2147483648.0, 65504.0, 65520.0, 65536.0})
+    for (const double d : {-1.0, -0.5, 0.0, 0.5, 1.0}) around(limit + d);
+  const uint32_t nans[] = {0x7F800001, 0x7FBFFFFF, 0x7FC12345, 0xFF800001, 0xFFFFFFFF};
+  for (const uint32_t n : nans) {
+    float x;
+    memcpy(&x, &n, sizeof x);
+    v.push_back(T(x));
+  }
+  while (v.size() < 3000) v.push_back(randomValue<T>());
   return v;
 }
 

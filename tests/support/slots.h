@@ -19,22 +19,25 @@ inline const char* slotName(int slot) {
 }
 
 // What each slot asks of the processor, as bits of the feature mask.
-inline std::vector<int> availableSlots() {
-  static const Vek64u needs[] = {0,
-                                 VEK_FEATURE_SSE3,
-                                 VEK_FEATURE_SSSE3,
-                                 VEK_FEATURE_SSSE3 | VEK_FEATURE_MOVBE,
-                                 VEK_FEATURE_SSE41,
-                                 VEK_FEATURE_AVX | VEK_FEATURE_AVX_OS,
-                                 VEK_FEATURE_AVX | VEK_FEATURE_AVX_OS | VEK_FEATURE_AVX2};
-  Vek64u mask = 0;
-  vekGetCpuFeatures(&mask, nullptr);
-  std::vector<int> slots;
-  for (int s = 0; s < 7; ++s)
-    if ((mask & needs[s]) == needs[s]) slots.push_back(s);
-  // Under emulation, where time is dear, only the slot that detection would choose.
-  if (getenv("VEK_TEST_CHOSEN_SLOT")) slots.erase(slots.begin(), slots.end() - 1);
-  return slots;
+inline const std::vector<int>& availableSlots() {
+  static const std::vector<int> available = [] {
+    const Vek64u needs[] = {0,
+                            VEK_FEATURE_SSE3,
+                            VEK_FEATURE_SSSE3,
+                            VEK_FEATURE_SSSE3 | VEK_FEATURE_MOVBE,
+                            VEK_FEATURE_SSE41,
+                            VEK_FEATURE_AVX | VEK_FEATURE_AVX_OS,
+                            VEK_FEATURE_AVX | VEK_FEATURE_AVX_OS | VEK_FEATURE_AVX2};
+    Vek64u mask = 0;
+    vekGetCpuFeatures(&mask, nullptr);
+    std::vector<int> slots;
+    for (int s = 0; s < 7; ++s)
+      if ((mask & needs[s]) == needs[s]) slots.push_back(s);
+    // Under emulation, where time is dear, only the slot that detection would choose.
+    if (getenv("VEK_TEST_CHOSEN_SLOT")) slots.erase(slots.begin(), slots.end() - 1);
+    return slots;
+  }();
+  return available;
 }
 
 // Calls f(slot) with each available slot in force, and leaves the highest in force.
