@@ -1,14 +1,20 @@
 # SPDX-License-Identifier: Apache-2.0
-# Headers, both libraries, the CMake package vek with the target vek::vek, the pkg-config module vek, vek-info.
-include(CMakePackageConfigHelpers)
+# Headers, the CMake package vek with the targets vek::vek, vek::shared and vek::static, which also the build directory
+# offers, and a pkg-config module for each library.
+if(VEK_INSTALL)
+  include(CMakePackageConfigHelpers)
+  install(DIRECTORY include/ TYPE INCLUDE)
+  set(package ${CMAKE_INSTALL_LIBDIR}/cmake/vek)
+  install(EXPORT vekTargets NAMESPACE vek:: DESTINATION ${package})
+  write_basic_package_version_file(${PROJECT_BINARY_DIR}/vekConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+  install(FILES cmake/vekConfig.cmake ${PROJECT_BINARY_DIR}/vekConfigVersion.cmake DESTINATION ${package})
+  configure_file(cmake/vekConfig.cmake ${PROJECT_BINARY_DIR}/vekConfig.cmake COPYONLY)
+  export(EXPORT vekTargets NAMESPACE vek:: FILE ${PROJECT_BINARY_DIR}/vekTargets.cmake)
+endif()
 
-install(TARGETS vek_shared vek_static EXPORT vekTargets)
-install(DIRECTORY include/ TYPE INCLUDE)
-install(EXPORT vekTargets NAMESPACE vek:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/vek)
-write_basic_package_version_file(${PROJECT_BINARY_DIR}/vekConfigVersion.cmake COMPATIBILITY SameMajorVersion)
-install(FILES cmake/vekConfig.cmake ${PROJECT_BINARY_DIR}/vekConfigVersion.cmake
-        DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/vek)
 # Relocatable: found from where the file lies, wherever the tree is put.
-file(RELATIVE_PATH VEK_PREFIX_FROM_PC /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
-configure_file(cmake/vek.pc.in ${PROJECT_BINARY_DIR}/vek.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/vek.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+function(vek_install_pkgconfig name version)
+  file(RELATIVE_PATH prefix_from_pc /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
+  configure_file(${PROJECT_SOURCE_DIR}/cmake/vek.pc.in ${PROJECT_BINARY_DIR}/${name}.pc @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/${name}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+endfunction()

@@ -31,8 +31,6 @@ struct SlotChoice {
   uint64_t enabledFeatures;  // the detected features that the slot's code may use
 };
 
-inline constexpr int kSlotCount = 7;
-
 // The features among `detected` that code of the slot may use.
 uint64_t enabledInSlot(int32_t slot, uint64_t detected);
 

@@ -3,6 +3,7 @@
 #include <immintrin.h>
 
 #include "core/cpuid.h"
+#include "core/slots.h"
 
 namespace vek {
 namespace {
@@ -53,25 +54,13 @@ bool detectFeatures(const CpuidSource& cpu, uint64_t* features) {
   return true;
 }
 
-uint64_t enabledInSlot(int32_t slot, uint64_t detected) {
-  // Not monotone: the SSE4.1 and AVX slots serve processors with and without MOVBE, so their code may not rely on it.
-  constexpr uint64_t kUsable[kSlotCount] = {0x7, 0xF, 0x1F, 0x3F, 0xCDF, 0x6FDF, 0x7EFFF};
-  return detected & kUsable[slot];
-}
+uint64_t enabledInSlot(int32_t slot, uint64_t detected) { return detected & usableInSlot(slot); }
 
 SlotChoice chooseSlot(const CpuidSource& cpu) {
   uint64_t features;
-  if (!detectFeatures(cpu, &features)) return {0, VEK_FEATURE_MMX | VEK_FEATURE_SSE | VEK_FEATURE_SSE2};
-  const auto has = [features](uint64_t mask) { return (features & mask) == mask; };
-  int32_t slot = 0;
-  if (has(VEK_FEATURE_AVX | VEK_FEATURE_AVX_OS))
-    slot = has(VEK_FEATURE_AVX2) ? 6 : 5;
-  else if (has(VEK_FEATURE_SSE41))
-    slot = 4;
-  else if (has(VEK_FEATURE_SSSE3))
-    slot = has(VEK_FEATURE_MOVBE) ? 3 : 2;
-  else if (has(VEK_FEATURE_SSE3))
-    slot = 1;
+  if (!detectFeatures(cpu, &features)) return {kSlot_mx, usableInSlot(kSlot_mx)};
+  int32_t slot = kSlotCount - 1;
+  while ((features & kSlots[slot].needs) != kSlots[slot].needs) --slot;
   return {slot, enabledInSlot(slot, features)};
 }
 

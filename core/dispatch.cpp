@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "core/dispatch.h"
 
+#include "core/slots.h"
+
 int32_t vek_variant_index;
 
 namespace vek {
@@ -27,7 +29,7 @@ VekStatus initialiseDispatch(const CpuidSource& cpu) {
 void setSlotForTest(int slot) {
   static uint64_t detected = 0;  // asked once: CPUID in a virtual machine takes longer than most tests' calls
   if (detected == 0) {
-    detected = VEK_FEATURE_MMX | VEK_FEATURE_SSE | VEK_FEATURE_SSE2;
+    detected = usableInSlot(kSlot_mx);
     detectFeatures(nativeCpu, &detected);
   }
   putInForce({slot, enabledInSlot(slot, detected)});

@@ -9,18 +9,12 @@ namespace vek {
 
 struct SlotName {
   char suffix[4];
-  const char* name;
-  const char* nameWithSse42;  // for a slot that serves processors with and without SSE4.2
+  const char *name, *nameWithSse42;
 };
 
 constexpr SlotName kSlotNames[] = {
-    {"mx", "vekSP PX (mx)", nullptr},
-    {"m7", "vekSP SSE3 (m7)", nullptr},
-    {"u8", "vekSP SSSE3 (u8)", nullptr},
-    {"n8", "vekSP Lumen (n8)", nullptr},
-    {"y8", "vekSP SSE4.1/4.2 (y8)", "vekSP SSE4.1/4.2 (y8)+"},
-    {"e9", "vekSP AVX (e9)", nullptr},
-    {"l9", "vekSP AVX2 (l9)", nullptr},
+#define VEK_SLOT_ROW(NAME, BELOW, FLAGS, NEEDS, ADDS, RECORD, ...) {#NAME, RECORD, RECORD "+"},
+#include "core/slots.def"
 };
 
 consteval VekLibVersion versionRecord(const char (&suffix)[4], const char* name) {

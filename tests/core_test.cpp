@@ -12,6 +12,7 @@
 
 #include "core/dispatch.h"
 #include "core/memory.h"
+#include "core/slots.h"
 
 #define DECLARE_VERSION(slot)                      \
   namespace vek::slot {                            \

@@ -21,7 +21,8 @@ import re
 import subprocess
 import sys
 
-SLOTS = ["mx", "m7", "u8", "n8", "y8", "e9", "l9"]
+import slots
+
 LIBRARY_WIDE = """vekGetCpuType vekGetCpuFeatures vekGetCpuClocks vekGetCpuFreqMhz vekGetMaxCacheSizeB vekGetNumCoresOnDie
     vekSetDenormAreZeros vekGetNumThreads vekSetNumThreads vekGetStatusString""".split()
 NEEDED = {"libc.so.6", "libm.so.6"}
@@ -50,21 +51,21 @@ def run(*command):
 
 def forbidden(slot, mnemonic, operands):
     """The reason why the slot may not use the instruction, or None."""
-    level = SLOTS.index(slot)
+    flags = slots.flags(slot)
     if "%zmm" in operands or re.search(r"%[xy]mm(1[6-9]|2\d|3[01])|%k[0-7]\b", operands):
         return "AVX-512"
-    if words(NEVER).match(mnemonic) or mnemonic == "vpcmpgtq" and level < 5:
+    if words(NEVER).match(mnemonic) or mnemonic == "vpcmpgtq" and "-mavx" not in flags:
         return "not promised to any slot"
     if words(MOVBE).match(mnemonic):
-        return None if slot == "n8" else "MOVBE"
-    if words(BMI).match(mnemonic) and slot != "l9":
+        return None if "-mmovbe" in flags else "MOVBE"
+    if words(BMI).match(mnemonic) and "-mbmi2" not in flags:
         return "BMI"
-    if re.match(r"v(fn?m(add|sub))", mnemonic) and slot != "l9":
+    if re.match(r"v(fn?m(add|sub))", mnemonic) and "-mfma" not in flags:
         return "FMA"
     if mnemonic.startswith("v") and mnemonic not in ("verr", "verw"):
-        if level < 5:
+        if "-mavx" not in flags:
             return "AVX"
-        if slot == "e9":
+        if "-mavx2" not in flags:
             if words(AVX2_ONLY).match(mnemonic):
                 return "AVX2"
             if mnemonic.startswith("vp") and "%ymm" in operands and not re.match(r"vptest|vpermilp[sd]|vperm2f128", mnemonic):
@@ -74,8 +75,8 @@ def forbidden(slot, mnemonic, operands):
             if re.match(r"vbroadcasts[sd]", mnemonic) and "(" not in operands:
                 return "AVX2"
         return None
-    for name, table, first in (("SSE3", SSE3, 1), ("SSSE3", SSSE3, 2), ("SSE4.1", SSE41, 4)):
-        if level < first and words(table).match(mnemonic):
+    for name, table, flag in (("SSE3", SSE3, "-msse3"), ("SSSE3", SSSE3, "-mssse3"), ("SSE4.1", SSE41, "-msse4.1")):
+        if flag not in flags and words(table).match(mnemonic):
             return name
     return None
 
@@ -139,7 +140,7 @@ def function_bodies(library):
     """{demangled name: instructions, each ended by a semicolon, padding left out}"""
     bodies, current = {}, None
     for line in run("objdump", "-dC", "--no-show-raw-insn", "--section=.text", library).splitlines():
-        m = re.match(r"^[0-9a-f]+ <([\w:]+)(?:\(.*\))?>:$", line)
+        m = re.match(r"^[0-9a-f]+ <([\w:]*).*>:$", line)
         if m:
             current = m.group(1)
             bodies[current] = ""
@@ -218,7 +219,7 @@ def main():
     args = ap.parse_args()
     names = pathlib.Path(args.names).read_text().split()
     paths = pathlib.Path(args.objects.lstrip("@")).read_text().split()
-    objects = [(re.search(r"vek_slot_(\w\w)", p).group(1), p) for p in paths]
+    objects = [(re.search(r"_slot_(\w\w)", p).group(1), p) for p in paths]
     bodies = function_bodies(args.library)
     failed = False
     for name, (faults, what) in {

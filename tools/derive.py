@@ -26,10 +26,8 @@ import re
 import subprocess
 import sys
 
-SLOTS = ["mx", "m7", "u8", "n8", "y8", "e9", "l9"]
-# Where a slot has no object code of its own it is served by the nearest one below that its processors are sure to
-# support. The fifth slot skips the fourth: MOVBE is promised to n8 and not to y8.
-FALLBACK = {"m7": "mx", "u8": "m7", "n8": "u8", "y8": "u8", "e9": "y8", "l9": "e9"}
+sys.dont_write_bytecode = True  # the tree may be read-only, or somebody else's
+import slots
 
 # Which pointers are arrays is said by their names.
 ARRAY = re.compile(r"^(pSrc\w*|pDst\w*|pTaps|pDlyLine|p\w*Buffer)$")
@@ -141,11 +139,7 @@ def in_place_forms(functions, found):
 
 
 def serving_slot(slot, compiled):
-    while slot not in compiled:
-        slot = FALLBACK.get(slot)
-        if slot is None:
-            return None
-    return slot
+    return next((name for name in slots.serving(slot) if name in compiled), None)
 
 
 HEAD = "// SPDX-License-Identifier: Apache-2.0\n// Derived from the public prototypes by tools/derive.py; edits are lost.\n"
@@ -230,7 +224,7 @@ def tables(functions, objects):
     if unknown:
         sys.exit("implemented but not declared: " + ", ".join(unknown))
     lines = [HEAD + '#include "vek.h"\n']
-    for slot in SLOTS:
+    for slot in slots.NAMES:
         lines.append(f"namespace vek::{slot} {{")
         for f in functions:
             if slot not in found[f.name]:
@@ -242,9 +236,9 @@ def tables(functions, objects):
                 lines.append(f"{f.result} {f.name}({shown}) {{ return {call}; }}")
         lines.append("}\n")
     lines.append('#define VEK_TABLE(NAME) extern "C" __attribute__((visibility("hidden"))) decltype(&::NAME) const '
-                 "vek_table_##NAME[7]\n")
+                 f"vek_table_##NAME[{len(slots.NAMES)}]\n")
     for f in functions:
-        cells = ", ".join(f"&vek::{serving_slot(s, found[f.name])}::{f.name}" for s in SLOTS)
+        cells = ", ".join(f"&vek::{serving_slot(s, found[f.name])}::{f.name}" for s in slots.NAMES)
         lines.append(f"VEK_TABLE({f.name});\nVEK_TABLE({f.name}) = {{{cells}}};")
     return "\n".join(lines) + "\n"
 
@@ -386,6 +380,7 @@ def main():
     ap.add_argument("--headers", nargs="+", required=True)
     ap.add_argument("--out", required=True)
     ap.add_argument("--objects", nargs="*", default=[])
+    ap.add_argument("--compare", action="store_true", help="fail where the file is not what would be written")
     args = ap.parse_args()
     CHAPTERS.extend(pathlib.Path(h).stem for h in args.headers)
     functions = parse(args.headers)
@@ -406,6 +401,8 @@ def main():
     }[args.what]()
     out = pathlib.Path(args.out)
     if not out.exists() or out.read_text() != text:
+        if args.compare:
+            sys.exit(f"{out} is not what the prototypes imply; building vek by itself renews it")
         out.write_text(text)
 
 

@@ -11,21 +11,9 @@ import os
 import subprocess
 import sys
 
-# The emulator's generic model is trimmed to what its slot promises; the named ones are what they were.
-MODELS = [
-    ("qemu64,-sse3,-ssse3,-sse4.1,-sse4.2,-movbe,-popcnt", "mx"),
-    ("qemu64,-popcnt,-movbe", "m7"),
-    ("Conroe", "u8"),
-    ("Conroe,+movbe", "n8"),
-    ("Penryn", "y8"),
-    ("Nehalem", "y8"),
-    ("SandyBridge", "e9"),
-    ("Haswell,-avx2", "e9"),
-    ("Haswell,-xsave", "y8"),
-    ("Haswell", "l9"),
-    ("Haswell,vendor=GenuineOrvel", "l9"),
-]
-WHOLE_SUITE = {"mx", "m7", "u8", "n8", "y8", "e9", "l9"}
+import slots
+
+MODELS = [(model, slot.name) for slot in slots.ROWS for model in slot.models]
 
 
 def emulated(model, command):
@@ -45,7 +33,7 @@ def main():
     if failed:
         print("a stray AVX2 instruction went unnoticed")
     native = json.loads(subprocess.run([args.native, "--json"], check=True, capture_output=True, text=True).stdout)
-    left = set(WHOLE_SUITE)
+    left = set(slots.NAMES)
     for model, slot in MODELS:
         run = emulated(model, [args.info, "--json"])
         if run.returncode != 0:

@@ -100,19 +100,19 @@ class Bench:
     def __init__(self):
         self.sync()
         if not (BUILD / "build.ninja").exists():
-            self.must(["cmake", "-S", TREE, "-B", BUILD, "-G", "Ninja", "-DVEK_SLOTS=mx;l9", "-DVEK_EXAMPLES=OFF",
-                       "-DCMAKE_BUILD_TYPE=RelWithDebInfo", "-DCMAKE_CXX_FLAGS_RELWITHDEBINFO=-O1"])
+            self.must(["cmake", "-S", TREE, "-B", BUILD, "-G", "Ninja", "-DVEK_SLOTS=mx;l9", "-DVEK_TOOLS=OFF",
+                       "-DVEK_EXAMPLES=OFF", "-DCMAKE_BUILD_TYPE=RelWithDebInfo", "-DCMAKE_CXX_FLAGS_RELWITHDEBINFO=-O1"])
         self.must(["ninja", "-C", BUILD, "-j1"])
         self.commands = {}
         for c in json.loads((BUILD / "compile_commands.json").read_text()):
             words = shlex.split(c["command"])
             self.commands[words[words.index("-o") + 1]] = [w for w in words if w != "-Werror"] + ["-w"]
         self.objects = [o for o in self.commands if o.startswith("CMakeFiles/vek_")] + [
-            str(o.relative_to(BUILD)) for o in BUILD.glob("CMakeFiles/vek_frame.dir/**/*.o")]
+            str(o.relative_to(BUILD)) for o in BUILD.glob("CMakeFiles/vek_*.dir/**/*.o")]
         self.objects = sorted(set(self.objects))
         self.tests = sorted(o for o in self.commands if re.search(r"_test\.cpp\.o$", o) and pathlib.Path(o).name[:-6]
                             not in SKIPPED_PROGRAMS)
-        self.support = [str(o.relative_to(BUILD)) for o in BUILD.glob("tests/CMakeFiles/generic_rows.dir/**/*.o")]
+        self.support = [str(o.relative_to(BUILD)) for o in BUILD.glob("tests/CMakeFiles/vek_generic_rows.dir/**/*.o")]
         self.dependents = collections.defaultdict(set)
         for block in run(["ninja", "-C", BUILD, "-t", "deps"]).stdout.split("\n\n"):
             head, *files = block.strip().split("\n")
@@ -178,7 +178,7 @@ class Bench:
                         needs[o].add(name)
                     else:
                         defined[name].add(o)
-        frame = {o for o in self.objects if "vek_frame" in o}
+        frame = {o for o in self.objects if "_slot_" not in o}
         self.reach = {}
         for t in self.tests:
             todo = needs[t].union(*(needs[s] for s in self.support if "generic_test" in t))
@@ -312,7 +312,7 @@ class Bench:
     def relevant(self, changed):
         """Tests that reach what changed: those of the family first, those of every function last."""
         tests = []
-        core = all("vek_frame" in o for o in changed)
+        core = all("_slot_" not in o for o in changed)
         for t in self.tests:
             direct, found = self.reach[t]
             general = any(g in t for g in ("digest_test", "generic_test", "cpp_test", "large_test", "allocation_test"))

@@ -14,7 +14,7 @@ for compiler in $compilers; do
     build=build-optimisation/$compiler-O$level
     cmake -S . -B "$build" -G Ninja -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_BUILD_TYPE=Level -DVEK_SLOTS="$slots" \
       -DCMAKE_C_FLAGS_LEVEL=-O2 -DCMAKE_CXX_FLAGS_LEVEL="-O$level" >/dev/null
-    cmake --build "$build" --target digest_test >"$build/log" || { tail -20 "$build/log"; exit 1; }
+    cmake --build "$build" --target vek_digest_test >"$build/log" || { tail -20 "$build/log"; exit 1; }
     if "$build/tests/digest_test" --gtest_brief=1; then
       echo "$compiler -O$level: the same"
     else

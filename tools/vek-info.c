@@ -20,15 +20,12 @@ static const struct {
     {VEK_FEATURE_ADX, "adx"},       {VEK_FEATURE_RDSEED, "rdseed"}, {VEK_FEATURE_PREFETCHW, "prefetchw"},
 };
 
-/* The rule that chose the slot, first match from the top. */
+/* The rule that chose the slot. */
 static const char* reason(const char* slot) {
-  if (!strcmp(slot, "l9")) return "AVX2, FMA and BMI, and the system saves the wide registers";
-  if (!strcmp(slot, "e9")) return "AVX, and the system saves the wide registers; no AVX2 with FMA and BMI";
-  if (!strcmp(slot, "y8")) return "SSE4.1; no usable AVX";
-  if (!strcmp(slot, "n8")) return "SSSE3 with MOVBE; no SSE4.1";
-  if (!strcmp(slot, "u8")) return "SSSE3; no SSE4.1, no MOVBE";
-  if (!strcmp(slot, "m7")) return "SSE3; no SSSE3";
-  return "nothing beyond SSE2";
+#define VEK_SLOT_ROW(NAME, BELOW, FLAGS, NEEDS, ADDS, RECORD, MODELS, REASON) \
+  if (!strcmp(slot, #NAME)) return REASON;
+#include "core/slots.def"
+  return "";
 }
 
 int main(int argc, char** argv) {

@@ -9,30 +9,20 @@
 #include <vector>
 
 #include "core/dispatch.h"
+#include "core/slots.h"
 #include "vek.h"
 
 namespace vektest {
 
-inline const char* slotName(int slot) {
-  static const char* const names[] = {"mx", "m7", "u8", "n8", "y8", "e9", "l9"};
-  return names[slot];
-}
+inline const char* slotName(int slot) { return vek::kSlots[slot].name; }
 
-// What each slot asks of the processor, as bits of the feature mask.
 inline const std::vector<int>& availableSlots() {
   static const std::vector<int> available = [] {
-    const Vek64u needs[] = {0,
-                            VEK_FEATURE_SSE3,
-                            VEK_FEATURE_SSSE3,
-                            VEK_FEATURE_SSSE3 | VEK_FEATURE_MOVBE,
-                            VEK_FEATURE_SSE41,
-                            VEK_FEATURE_AVX | VEK_FEATURE_AVX_OS,
-                            VEK_FEATURE_AVX | VEK_FEATURE_AVX_OS | VEK_FEATURE_AVX2};
     Vek64u mask = 0;
     vekGetCpuFeatures(&mask, nullptr);
     std::vector<int> slots;
-    for (int s = 0; s < 7; ++s)
-      if ((mask & needs[s]) == needs[s]) slots.push_back(s);
+    for (int s = 0; s < vek::kSlotCount; ++s)
+      if ((mask & vek::kSlots[s].needs) == vek::kSlots[s].needs) slots.push_back(s);
     // Under emulation, where time is dear, only the slot that detection would choose.
     if (getenv("VEK_TEST_CHOSEN_SLOT")) slots.erase(slots.begin(), slots.end() - 1);
     return slots;

@@ -1,0 +1,166 @@
+# SPDX-License-Identifier: Apache-2.0
+# vek_add_library(): a library from its prototypes and from the sources that vek_frame() and vek_kernels() have named.
+
+# How every file of a library is compiled. Contraction is off everywhere: results must not depend on what a compiler
+# fuses. Nor may they, or what a slot demands of the processor, depend on flags of a parent project or the environment,
+# which come before these. No exceptions, type information or guarded statics: a library runs on libc and libm alone.
+add_library(vek_build INTERFACE)
+target_include_directories(vek_build INTERFACE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include)
+target_compile_features(vek_build INTERFACE cxx_std_20)
+target_compile_options(
+  vek_build INTERFACE ${VEK_WARNINGS} -Wno-psabi -march=x86-64 -fno-fast-math -ffp-contract=off -fno-math-errno
+                      -fno-trapping-math $<$<COMPILE_LANGUAGE:CXX>:-fno-exceptions;-fno-rtti;-fno-threadsafe-statics>
+                      $<$<CONFIG:Release>:-O3;-fno-plt>)
+
+# An object library. Without link-time optimisation, which would carry code from slot to slot and hide the symbols that
+# tables are formed from.
+function(vek_add_objects target)
+  add_library(${target} OBJECT ${ARGN})
+  target_link_libraries(${target} PRIVATE vek_build)
+  target_compile_options(${target} PRIVATE -fno-lto)
+  set_target_properties(
+    ${target} PROPERTIES CXX_EXTENSIONS OFF POSITION_INDEPENDENT_CODE ON CXX_VISIBILITY_PRESET hidden
+                         VISIBILITY_INLINES_HIDDEN ON INTERPROCEDURAL_OPTIMIZATION OFF UNITY_BUILD OFF)
+endfunction()
+
+# The targets of the sources named for a library, or for both, which the first caller creates: `frame` and `kernels`
+# receive them.
+function(vek_object_targets library frame kernels)
+  set(prefix ${library})
+  if(library STREQUAL "both")
+    set(prefix vek_both)
+  endif()
+  get_property(sources GLOBAL PROPERTY VEK_SOURCES_${library}_frame)
+  set(found_frame)
+  if(sources)
+    set(found_frame ${prefix}_frame)
+    if(NOT TARGET ${found_frame})
+      vek_add_objects(${found_frame} ${sources})
+    endif()
+  endif()
+  set(found_kernels)
+  set(index 0)
+  foreach(slot IN LISTS VEK_ALL_SLOTS)
+    get_property(sources GLOBAL PROPERTY VEK_SOURCES_${library}_${slot})
+    if(sources)
+      set(target ${prefix}_slot_${slot})
+      list(APPEND found_kernels ${target})
+      if(NOT TARGET ${target})
+        vek_add_objects(${target} ${sources})
+        target_compile_definitions(${target} PRIVATE VEK_SLOT=${slot} VEK_SLOT_INDEX=${index})
+        target_compile_options(${target} PRIVATE ${VEK_FLAGS_${slot}})
+      endif()
+    endif()
+    math(EXPR index "${index} + 1")
+  endforeach()
+  set(${frame} ${found_frame} PARENT_SCOPE)
+  set(${kernels} ${found_kernels} PARENT_SCOPE)
+endfunction()
+
+# One file that the prototypes imply; its stamp is added to the caller's `stamps`.
+function(vek_derive what file)
+  set(stamp ${derived}/${what}.stamp)
+  add_custom_command(
+    OUTPUT ${stamp}
+    BYPRODUCTS ${file}
+    COMMAND ${derive} ${what} --headers ${headers} --out ${file} ${ARGN}
+    COMMAND ${CMAKE_COMMAND} -E touch ${stamp}
+    DEPENDS ${headers} ${derive_sources}
+    VERBATIM)
+  set(stamps ${stamps} ${stamp} PARENT_SCOPE)
+endfunction()
+
+# vek_add_library(name VERSION version CHAPTERS chapter...): the targets name_shared and name_static. Users know them as
+# vek::shared and vek::static (vek::name_shared and vek::name_static where the library is not vek itself), and the one
+# that BUILD_SHARED_LIBS asks for as vek::name. Chapters are include/name/chapter.h. The caller's scope receives
+# name_HEADERS; name_DERIVED, the directory of derived files; name_OBJECTS, a file with the paths of the kernels' objects.
+function(vek_add_library name)
+  cmake_parse_arguments(arg "" "VERSION" "CHAPTERS" ${ARGN})
+  string(REGEX MATCH "^[0-9]+" major ${arg_VERSION})
+  list(TRANSFORM arg_CHAPTERS PREPEND ${PROJECT_SOURCE_DIR}/include/${name}/ OUTPUT_VARIABLE headers)
+  list(TRANSFORM headers APPEND .h)
+  set(exports ${PROJECT_SOURCE_DIR}/core/${name}.map)
+  set(derived ${PROJECT_BINARY_DIR}/derived/${name})
+  file(MAKE_DIRECTORY ${derived})
+  set(derive ${Python3_EXECUTABLE} ${PROJECT_SOURCE_DIR}/tools/derive.py)
+  set(derive_sources ${PROJECT_SOURCE_DIR}/tools/derive.py ${PROJECT_SOURCE_DIR}/tools/slots.py
+                     ${PROJECT_SOURCE_DIR}/core/slots.def)
+
+  # Some derived files are kept in the tree: the headers, because the public ones include them, and the export list, so
+  # that a change of the interface shows in its diff. They are written when they change; where this is a part of another
+  # project, whose tree may be read-only, they are compared.
+  set(kept)
+  if(NOT PROJECT_IS_TOP_LEVEL)
+    set(kept --compare)
+  endif()
+  set(stamps)
+  vek_derive(idx-header ${PROJECT_SOURCE_DIR}/include/${name}/idx.h ${kept})
+  vek_derive(spans ${PROJECT_SOURCE_DIR}/include/${name}/spans.hpp ${kept})
+  vek_derive(exports ${exports} ${kept})
+  vek_derive(idx-source ${derived}/idx.cpp)
+  vek_derive(entries ${derived}/entries.S)
+  vek_derive(names ${derived}/names.txt)
+  vek_derive(functions ${derived}/functions.inc)
+  add_custom_target(${name}_derived DEPENDS ${stamps})
+
+  vek_object_targets(both both_frame both_kernels)
+  vek_object_targets(${name} own_frame own_kernels)
+  set(kernels)
+  foreach(target ${both_kernels} ${own_kernels})
+    list(APPEND kernels $<TARGET_OBJECTS:${target}>)
+  endforeach()
+
+  # Tables are formed from what the kernels' objects define.
+  set(list ${derived}/kernel_objects.txt)
+  set(tables ${derived}/tables.cpp)
+  file(GENERATE OUTPUT ${list} CONTENT "$<JOIN:${kernels},\n>\n")
+  add_custom_command(
+    OUTPUT ${tables}
+    COMMAND ${derive} tables --headers ${headers} --objects @${list} --out ${tables}
+    COMMAND ${CMAKE_COMMAND} -E touch ${tables}
+    DEPENDS ${headers} ${kernels} ${list} ${derive_sources}
+    VERBATIM)
+  vek_add_objects(${name}_derived_objects ${derived}/entries.S ${derived}/idx.cpp ${tables})
+  foreach(target ${both_frame} ${both_kernels} ${own_frame} ${own_kernels} ${name}_derived_objects)
+    add_dependencies(${target} ${name}_derived)
+  endforeach()
+  set(objects $<TARGET_OBJECTS:${name}_derived_objects> ${kernels})
+  foreach(target ${both_frame} ${own_frame})
+    list(APPEND objects $<TARGET_OBJECTS:${target}>)
+  endforeach()
+
+  string(REGEX REPLACE "^vek_" "" prefix ${name}_)
+  foreach(kind shared static)
+    string(TOUPPER ${kind} type)
+    add_library(${name}_${kind} ${type} ${objects})
+    add_library(vek::${prefix}${kind} ALIAS ${name}_${kind})
+    set_target_properties(${name}_${kind} PROPERTIES OUTPUT_NAME ${name} EXPORT_NAME ${prefix}${kind} LINKER_LANGUAGE C)
+    target_include_directories(${name}_${kind} INTERFACE $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
+                                                         $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+  endforeach()
+  target_link_libraries(${name}_static INTERFACE m)
+  target_link_libraries(${name}_shared PRIVATE m)
+  set_target_properties(${name}_shared PROPERTIES VERSION ${arg_VERSION} SOVERSION ${major} LINK_DEPENDS ${exports})
+  target_link_options(${name}_shared PRIVATE -Wl,--version-script=${exports} -Wl,-Bsymbolic-functions -Wl,-z,relro
+                      -Wl,-z,now -Wl,-z,noexecstack -Wl,-z,text -Wl,--as-needed)
+  if(NOT VEK_SANITIZE)
+    target_link_options(${name}_shared PRIVATE -Wl,-z,defs)
+  endif()
+  if(BUILD_SHARED_LIBS)
+    add_library(vek::${name} ALIAS ${name}_shared)
+    set(other static)
+  else()
+    add_library(vek::${name} ALIAS ${name}_static)
+    set(other shared)
+  endif()
+  if(VEK_INSTALL)
+    install(TARGETS ${name}_shared ${name}_static EXPORT vekTargets)
+    vek_install_pkgconfig(${name} ${arg_VERSION})
+  elseif(NOT PROJECT_IS_TOP_LEVEL)
+    set_target_properties(${name}_${other} PROPERTIES EXCLUDE_FROM_ALL ON)
+  endif()
+
+  set(${name}_HEADERS ${headers} PARENT_SCOPE)
+  set(${name}_DERIVED ${derived} PARENT_SCOPE)
+  set(${name}_OBJECTS ${list} PARENT_SCOPE)
+endfunction()
