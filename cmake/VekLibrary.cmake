@@ -73,7 +73,7 @@ endfunction()
 # vek_add_library(name VERSION version CHAPTERS chapter...): the targets name_shared and name_static. Users know them as
 # vek::shared and vek::static (vek::name_shared and vek::name_static where the library is not vek itself), and the one
 # that BUILD_SHARED_LIBS asks for as vek::name. Chapters are include/name/chapter.h. The caller's scope receives
-# name_HEADERS; name_DERIVED, the directory of derived files; name_OBJECTS, a file with the paths of the kernels' objects.
+# name_HEADERS, and name_DERIVED, the directory of derived files.
 function(vek_add_library name)
   cmake_parse_arguments(arg "" "VERSION" "CHAPTERS" ${ARGN})
   string(REGEX MATCH "^[0-9]+" major ${arg_VERSION})
@@ -100,6 +100,7 @@ function(vek_add_library name)
   vek_derive(idx-source ${derived}/idx.cpp)
   vek_derive(entries ${derived}/entries.S)
   vek_derive(names ${derived}/names.txt)
+  vek_derive(plain ${derived}/plain.txt)
   vek_derive(functions ${derived}/functions.inc)
   add_custom_target(${name}_derived DEPENDS ${stamps})
 
@@ -162,5 +163,4 @@ function(vek_add_library name)
 
   set(${name}_HEADERS ${headers} PARENT_SCOPE)
   set(${name}_DERIVED ${derived} PARENT_SCOPE)
-  set(${name}_OBJECTS ${list} PARENT_SCOPE)
 endfunction()

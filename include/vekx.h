@@ -7,7 +7,10 @@
 #include "vek/types.h"
 #include "vek/status.h"
 
-#include "vekx/fft.h" /* Fourier, cosine and sine transforms of every length */
+#include "vekx/core.h" /* version, texts of statuses */
+#include "vekx/fft.h"  /* Fourier, cosine and sine transforms of every length */
+
+#include "vekx/idx.h" /* the index-offset twin of every function above */
 // clang-format on
 
 #endif

@@ -1,24 +1,27 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: Apache-2.0
-# Compares the interface with its record, docs/libvek.abi: every exported function, its types and their layout. What is
-# compared is a library of empty functions derived from the prototypes, since the real one carries no debug information.
+# Compares the interface of a library with its record, docs/libNAME.abi: every exported function, its types and their
+# layout. What is compared is a library of empty functions derived from the prototypes in include/NAME, since the real one
+# carries no debug information.
 #
-#   abi_record.sh compare|write CC HEADER...
+#   abi_record.sh compare|write CC SONAME HEADER...
 set -eu
-what=$1 cc=$2
-shift 2
+what=$1 cc=$2 soname=$3
+shift 3
+name=$(basename "$(dirname "$1")")
 root=$(cd "$(dirname "$0")/.." && pwd)
 work=$(mktemp -d)
+record=$root/docs/lib$name.abi
 trap 'rm -rf "$work"' EXIT
 python3 "$root/tools/derive.py" stubs --headers "$@" --out "$work/stubs.c"
-"$cc" -w -g -shared -fPIC -I"$root/include" -Wl,-soname,libvek.so.8 "$work/stubs.c" -o "$work/libvek.so"
+"$cc" -w -g -shared -fPIC -I"$root/include" -Wl,-soname,"$soname" "$work/stubs.c" -o "$work/lib$name.so"
 abidw --no-corpus-path --no-comp-dir-path --no-show-locs --no-parameter-names --headers-dir "$root/include" \
-  --drop-private-types "$work/libvek.so" >"$work/now.abi"
+  --drop-private-types "$work/lib$name.so" >"$work/now.abi"
 if [ "$what" = write ]; then
-  cp "$work/now.abi" "$root/docs/libvek.abi"
+  cp "$work/now.abi" "$record"
   exit
 fi
 # A record with one size changed must not pass, or the comparison proves nothing.
-sed "/<class-decl.*Vek32fc/s/size-in-bits='64'/size-in-bits='96'/" "$root/docs/libvek.abi" >"$work/spoilt.abi"
+sed "0,/\(<class-decl.*size-in-bits='\)/s//\11/" "$record" >"$work/spoilt.abi"
 ! abidiff "$work/spoilt.abi" "$work/now.abi" >"$work/found" || { echo "a spoilt record went unnoticed"; exit 1; }
-abidiff "$root/docs/libvek.abi" "$work/now.abi"
+abidiff "$record" "$work/now.abi"

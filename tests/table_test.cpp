@@ -4,7 +4,8 @@
 #include "support/slots.h"
 
 #define VEK_FUNCTION(NAME, RESULT, PARAMETERS) extern "C" decltype(&NAME) const vek_table_##NAME[7];
-#include "functions.inc"
+#include "vek/functions.inc"
+#include "vekx/functions.inc"
 #undef VEK_FUNCTION
 
 namespace vektest {
@@ -15,7 +16,8 @@ TEST(Tables, HoldSevenFormsOf559Functions) {
 #define VEK_FUNCTION(NAME, RESULT, PARAMETERS) \
   ++functions;                                 \
   for (auto form : vek_table_##NAME) EXPECT_TRUE(form != nullptr) << #NAME;
-#include "functions.inc"
+#include "vek/functions.inc"
+#include "vekx/functions.inc"
 #undef VEK_FUNCTION
   EXPECT_EQ(functions, 559u);
   EXPECT_EQ(allRows().size(), functions);

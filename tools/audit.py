@@ -2,10 +2,10 @@
 # SPDX-License-Identifier: Apache-2.0
 """Reads the built objects and the linked library and fails on what no test of results can see.
 
-  audit.py --library libvek.so --names names.txt --objects @kernel_objects.txt
+  audit.py --library libvek.so --derived build/derived/vek
 
   entries    every dispatched entry is exactly load, address, jump
-  exports    the dynamic symbols are the functions, their twins and the library-wide ten, nothing else
+  exports    the dynamic symbols are the dispatched functions, their twins and the plain functions, nothing else
   imports    the library needs libc and libm only, and of them only what is listed here
   hardening  full RELRO, immediate binding, no executable stack, no text relocations
   in place   every function of a slot that no slot object defines moves registers and jumps to its form with a
@@ -23,8 +23,6 @@ import sys
 
 import slots
 
-LIBRARY_WIDE = """vekGetCpuType vekGetCpuFeatures vekGetCpuClocks vekGetCpuFreqMhz vekGetMaxCacheSizeB vekGetNumCoresOnDie
-    vekSetDenormAreZeros vekGetNumThreads vekSetNumThreads vekGetStatusString""".split()
 NEEDED = {"libc.so.6", "libm.so.6"}
 IMPORTS = set("""malloc free memcpy memmove memset clock_gettime gettimeofday __cxa_finalize __gmon_start__
     _ITM_deregisterTMCloneTable _ITM_registerTMCloneTable __stack_chk_fail abort
@@ -164,18 +162,18 @@ def check_in_place(bodies, objects):
     good, name = "mov %rdi,%rsi;jmp 10 <vek::l9::veksAbs_32f(float const*, float*, int)>;", "vek::l9::veksAbs_32f_I"
     assert not in_place_fault(name, good) and in_place_fault("vek::mx::veksAbs_32f_I", good)
     assert in_place_fault(name, "push %rbp;" + good) and in_place_fault("vek::l9::veksAbs_32f", good)
-    own = set(re.findall(r" T (vek::\w+::veks\w+)\(", run("nm", "-C", "--defined-only", *(p for _, p in objects))))
-    derived = [n for n in bodies if re.match(r"vek::\w+::veks", n) and n not in own]
+    own = set(re.findall(r" T (vek::\w+::vek[sx]\w+)\(", run("nm", "-C", "--defined-only", *(p for _, p in objects))))
+    derived = [n for n in bodies if re.match(r"vek::\w+::vek[sx]", n) and n not in own]
     return [f for f in (in_place_fault(n, bodies[n]) for n in derived) if f], f"{len(derived)} forwards"
 
 
-def check_exports(library, names):
-    wanted = set(names) | {n + "_Idx" for n in names} | set(LIBRARY_WIDE)
+def check_exports(library, names, plain):
+    wanted = set(names) | {n + "_Idx" for n in names} | set(plain)
 
     def difference(found):
         return sorted(wanted ^ found)
 
-    assert difference(wanted | {"leak"}) and difference(wanted - {names[0]})
+    assert difference(wanted | {"leak"}) and difference(wanted - {min(wanted)})
     found = {line.split()[-1] for line in run("nm", "-D", "--defined-only", library).splitlines()}
     return [f"exported set differs at {n}" for n in difference(found)], f"{len(found)} exports"
 
@@ -203,10 +201,12 @@ def check_hardening(library):
             out.append("lazy binding")
         if "TEXTREL" in dynamic:
             out.append("text relocations")
-        if not re.search(r"SONAME.*\[libvek\.so\.8\]", dynamic):
+        if f"[{soname}]" not in dynamic:
             out.append("soname")
         return out
 
+    # The file has the whole version in its name, the library asks for what comes before its first point.
+    soname = re.match(r"\w+\.so\.\d+", pathlib.Path(library).resolve().name)[0]
     assert len(faults("GNU_STACK 0 RWE 0", "TEXTREL")) == 5
     return faults(run("readelf", "-lW", library), run("readelf", "-dW", library)), "ELF flags"
 
@@ -214,18 +214,16 @@ def check_hardening(library):
 def main():
     ap = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     ap.add_argument("--library", required=True)
-    ap.add_argument("--names", required=True)
-    ap.add_argument("--objects", required=True)
+    ap.add_argument("--derived", type=pathlib.Path, required=True, help="directory of the files derived for the library")
     args = ap.parse_args()
-    names = pathlib.Path(args.names).read_text().split()
-    paths = pathlib.Path(args.objects.lstrip("@")).read_text().split()
+    names, plain, paths = ((args.derived / file).read_text().split() for file in ("names.txt", "plain.txt", "kernel_objects.txt"))
     objects = [(re.search(r"_slot_(\w\w)", p).group(1), p) for p in paths]
     bodies = function_bodies(args.library)
     failed = False
     for name, (faults, what) in {
         "entries": check_entries(bodies, names),
         "in place": check_in_place(bodies, objects),
-        "exports": check_exports(args.library, names),
+        "exports": check_exports(args.library, names, plain),
         "imports": check_imports(args.library),
         "hardening": check_hardening(args.library),
         "symbols": check_symbols(objects),

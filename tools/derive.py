@@ -2,9 +2,10 @@
 # SPDX-License-Identifier: Apache-2.0
 """Derives everything repetitive from the prototypes of the public header.
 
-A function exists because a chapter of include/vek declares it with VEK_API. Functions named veks... are dispatched:
-each has an implementation per slot in namespace vek::<slot>, a table of seven of them, an exported entry that jumps
-through the table, and an index-offset twin. Functions named vek... are exported as they are.
+A library is a directory of headers: include/vek, include/vekx. A function of it exists because one of them declares it
+with VEK_API. Functions named veks..., and those named vekx... that name element types behind an underscore, are
+dispatched: each has an implementation per slot in namespace vek::<slot>, a table of seven of them, an exported entry
+that jumps through the table, and an index-offset twin. Others are exported as they are.
 
 In-place forms (..._I of ..., ..._ISfs of ..._Sfs) are derived too: where no kernel file defines one, each slot that has
 the other form gets a jump to it, with pSrcDst as its destination and as the last of its sources that have the type of
@@ -17,6 +18,7 @@ the destination, or the first where the comment above the prototypes says "In pl
   derive.py exports     --out exports.map  linker version script
   derive.py spans       --out spans.hpp    overloads on std::span for C++
   derive.py names       --out names.txt    the dispatched names, one a line
+  derive.py plain       --out plain.txt    the others
   derive.py functions   --out functions.inc   VEK_FUNCTION(name) rows with argument kinds, for the tests
   derive.py stubs       --out stubs.c      empty definitions, which carry the interface's types into debug information
 """
@@ -32,6 +34,7 @@ import slots
 # Which pointers are arrays is said by their names.
 ARRAY = re.compile(r"^(pSrc\w*|pDst\w*|pTaps|pDlyLine|p\w*Buffer)$")
 SINGLE = {"pDstVal", "pDstLen"}
+DISPATCHED = re.compile(r"veks|vekx[A-Za-z0-9]+_")
 OPTIONAL = {"pDlyLine"}
 # A comment that says this says it of the prototypes down to the next comment.
 FIRST_IN_PLACE = "In place pSrcDst is pSrc1"
@@ -63,7 +66,7 @@ class Function:
 
     @property
     def dispatched(self):
-        return self.name.startswith("veks")
+        return bool(DISPATCHED.match(self.name))
 
     @property
     def two_array_name(self):
@@ -107,7 +110,7 @@ def parse(headers):
         text = re.sub(r"/\*.*?\*/", lambda m: FIRST_IN_PLACE if FIRST_IN_PLACE in m[0] else "/**/", text, flags=re.S)
         text = re.sub(r"//[^\n]*", " ", text)
         text = re.sub(r"^\s*#[^\n]*", " ", text, flags=re.M)
-        for m in re.finditer(r"\bVEK_API\s+([\w\s*]+?)\s*\b(veks?\w+)\s*\(([^)]*)\)\s*;", text):
+        for m in re.finditer(r"\bVEK_API\s+([\w\s*]+?)\s*\b(vek\w+)\s*\(([^)]*)\)\s*;", text):
             result = re.sub(r"\s+\*", "*", " ".join(m.group(1).split()))
             raw = [] if m.group(3).strip() in ("", "void") else m.group(3).split(",")
             parameters = [re.sub(r"\s*\*\s*", "* ", " ".join(p.split())) for p in raw]
@@ -120,11 +123,20 @@ def parse(headers):
     return functions
 
 
+class Library:
+    def __init__(self, headers):
+        self.name = pathlib.Path(headers[0]).parent.name
+        self.prefix = "veks" if self.name == "vek" else self.name
+        self.chapters = [pathlib.Path(h).stem for h in headers]
+        self.functions = parse(headers)
+        self.dispatched = [f for f in self.functions if f.dispatched]
+
+
 def implementations(objects):
-    """{name: set of slots} from the symbols that the objects define."""
+    """{name: set of slots} from the symbols that the objects define, those of other libraries included."""
     listing = subprocess.run(["nm", "-C", "--defined-only", *objects], check=True, capture_output=True, text=True).stdout
     found = {}
-    for slot, name in re.findall(r" [TtWw] vek::(\w\w)::(veks\w+)\(", listing):
+    for slot, name in re.findall(r" [TtWw] vek::(\w\w)::(vek[sx]\w+)\(", listing):
         found.setdefault(name, set()).add(slot)
     return found
 
@@ -145,22 +157,22 @@ def serving_slot(slot, compiled):
 HEAD = "// SPDX-License-Identifier: Apache-2.0\n// Derived from the public prototypes by tools/derive.py; edits are lost.\n"
 
 
-def idx_header(functions):
-    lines = [HEAD.rstrip() + """
+def idx_header(library):
+    lines = [HEAD.rstrip() + f"""
 // clang-format off
-#ifndef VEK_IDX_H
-#define VEK_IDX_H
+#ifndef {library.name.upper()}_IDX_H
+#define {library.name.upper()}_IDX_H
 
 #include "vek/api.h"
 """]
-    lines += [f'#include "vek/{c}.h"' for c in chapters_with(functions)]
+    lines += [f'#include "{library.name}/{c}.h"' for c in library.chapters]
     lines.append("""
 #ifdef __cplusplus
 extern "C" {
 #endif
 
 /**
- * @defgroup vek_idx Index-offset twins
+ * @defgroup LIBRARY_idx Index-offset twins
  *
  * Every dispatched function again, each array given as a base and a signed element index, for callers that cannot form
  * interior pointers. An index counts elements of its own array (bytes where the array is given by a byte pointer), may
@@ -173,31 +185,25 @@ extern "C" {
  * @name Twins
  * In the order of the chapters.
  * @{
- */""")
-    for f in functions:
+ */""".replace("LIBRARY", library.name))
+    for f in library.dispatched:
         lines.append(f"VEK_API {f.result} {f.name}_Idx({f.twin_parameters()});")
     lines.append("/** @} */\n\n/** @} */\n\n#ifdef __cplusplus\n}\n#endif\n\n#endif\n")
     return "\n".join(lines)
 
 
-CHAPTERS = []
-
-
-def chapters_with(_functions):
-    return CHAPTERS
-
-
-def idx_source(functions):
-    lines = [HEAD + '#include "vek.h"\n#include "idx/at.h"\n\nusing vek::at;\nusing vek::atIfAny;\n\nextern "C" {\n']
-    for f in functions:
+def idx_source(library):
+    used = "using vek::at;\nusing vek::atIfAny;\n"
+    lines = [HEAD + f'#include "{library.name}.h"\n#include "idx/at.h"\n\n{used}\nextern "C" {{\n']
+    for f in library.dispatched:
         lines.append(f"{f.result} {f.name}_Idx({f.twin_parameters()}) {{ return {f.name}({f.twin_arguments()}); }}")
     return "\n".join(lines) + "\n\n}\n"
 
 
-def entries(functions):
+def entries(library):
     lines = [HEAD + "// Each entry loads the slot, takes its table and jumps, with the caller's arguments and stack untouched.",
              "\t.text", "\t.hidden vek_variant_index"]
-    for f in functions:
+    for f in library.dispatched:
         lines.append(f"""
 	.p2align 4
 	.globl {f.name}
@@ -214,8 +220,9 @@ def entries(functions):
     return "\n".join(lines) + "\n"
 
 
-def tables(functions, objects):
-    found = implementations(objects)
+def tables(library, objects):
+    functions = library.dispatched
+    found = {n: s for n, s in implementations(objects).items() if n.startswith(library.prefix)}
     forms = in_place_forms(functions, found)
     missing = [f.name for f in functions if serving_slot("mx", found.get(f.name, ())) is None]
     if missing:
@@ -223,7 +230,7 @@ def tables(functions, objects):
     unknown = sorted(set(found) - {f.name for f in functions})
     if unknown:
         sys.exit("implemented but not declared: " + ", ".join(unknown))
-    lines = [HEAD + '#include "vek.h"\n']
+    lines = [HEAD + f'#include "{library.name}.h"\n']
     for slot in slots.NAMES:
         lines.append(f"namespace vek::{slot} {{")
         for f in functions:
@@ -243,9 +250,9 @@ def tables(functions, objects):
     return "\n".join(lines) + "\n"
 
 
-def exports(functions):
+def exports(library):
     rows = []
-    for f in functions:
+    for f in library.functions:
         rows.append(f"    {f.name};")
         if f.dispatched:
             rows.append(f"    {f.name}_Idx;")
@@ -307,9 +314,9 @@ def span_overload(f):
     return ", ".join(shown), ", ".join(passed)
 
 
-def spans(functions):
+def spans(library):
     rows, seen = [], {}
-    for f in functions:
+    for f in library.dispatched:
         overload = span_overload(f)
         if overload:
             shown, passed = overload
@@ -324,29 +331,16 @@ def spans(functions):
 // fit each other, empty ones and those of more than INT_MAX elements are refused, with vekStsSizeErr unless the
 // function finds another fault first.
 // clang-format off
-#ifndef VEK_SPANS_HPP
-#define VEK_SPANS_HPP
-
-#include <limits.h>
+#ifndef LIBRARY_SPANS_HPP
+#define LIBRARY_SPANS_HPP
 
 #include <span>
 
-#include "vek.h"
+#include "vek/lengths.hpp"
 #include "vek/result.hpp"
+""".replace("LIBRARY", library.name.upper()) + f"""#include "{library.name}.h"
 
-namespace vek {
-
-namespace detail {
-
-// The common length, or 0, which every function refuses.
-template <class First, class... Rest>
-constexpr int len(const First& first, const Rest&... rest) {
-  return first.size() <= INT_MAX && ((rest.size() == first.size()) && ... && true) ? int(first.size()) : 0;
-}
-inline const Vek8u* bytes(const void* p) { return static_cast<const Vek8u*>(p); }
-inline Vek8u* bytes(void* p) { return static_cast<Vek8u*>(p); }
-
-}  // namespace detail
+namespace vek {{
 """]
     for f, key, shown, passed in rows:
         name = key[0]
@@ -357,18 +351,22 @@ inline Vek8u* bytes(void* p) { return static_cast<Vek8u*>(p); }
     return "\n".join(lines)
 
 
-def function_rows(functions):
+def function_rows(library):
     """One row a function for generic tests: VEK_FUNCTION(name, result, "kind name; ...")."""
     lines = [HEAD]
-    for f in functions:
+    for f in library.dispatched:
         args = "; ".join(f"{'array' if p.is_array else 'plain'} {p.type} {p.name}" for p in f.parameters)
         lines.append(f'VEK_FUNCTION({f.name}, "{f.result}", "{args}")')
     return "\n".join(lines) + "\n"
 
 
-def stubs(functions):
-    lines = [HEAD + '#include "vek.h"\n']
-    for f in functions:
+def lines_of(functions):
+    return "".join(sorted(f.name + "\n" for f in functions))
+
+
+def stubs(library):
+    lines = [HEAD + f'#include "{library.name}.h"\n']
+    for f in library.functions:
         shown = ", ".join(f"{p.type} {p.name}" for p in f.parameters) or "void"
         lines.append(f"{f.result} {f.name}({shown}) {{" + (" }" if f.result == "void" else " return 0; }"))
     return "\n".join(lines) + "\n"
@@ -382,22 +380,21 @@ def main():
     ap.add_argument("--objects", nargs="*", default=[])
     ap.add_argument("--compare", action="store_true", help="fail where the file is not what would be written")
     args = ap.parse_args()
-    CHAPTERS.extend(pathlib.Path(h).stem for h in args.headers)
-    functions = parse(args.headers)
-    dispatched = [f for f in functions if f.dispatched]
+    library = Library(args.headers)
     objects = []
     for o in args.objects:
         objects += pathlib.Path(o[1:]).read_text().split() if o.startswith("@") else [o]
     text = {
-        "idx-header": lambda: idx_header(dispatched),
-        "idx-source": lambda: idx_source(dispatched),
-        "entries": lambda: entries(dispatched),
-        "tables": lambda: tables(dispatched, objects),
-        "exports": lambda: exports(functions),
-        "spans": lambda: spans(dispatched),
-        "names": lambda: "".join(f.name + "\n" for f in sorted(dispatched, key=lambda f: f.name)),
-        "functions": lambda: function_rows(dispatched),
-        "stubs": lambda: stubs(functions),
+        "idx-header": lambda: idx_header(library),
+        "idx-source": lambda: idx_source(library),
+        "entries": lambda: entries(library),
+        "tables": lambda: tables(library, objects),
+        "exports": lambda: exports(library),
+        "spans": lambda: spans(library),
+        "names": lambda: lines_of(library.dispatched),
+        "plain": lambda: lines_of(f for f in library.functions if not f.dispatched),
+        "functions": lambda: function_rows(library),
+        "stubs": lambda: stubs(library),
     }[args.what]()
     out = pathlib.Path(args.out)
     if not out.exists() or out.read_text() != text:

@@ -9,26 +9,13 @@
 #ifndef VEK_SPANS_HPP
 #define VEK_SPANS_HPP
 
-#include <limits.h>
-
 #include <span>
 
-#include "vek.h"
+#include "vek/lengths.hpp"
 #include "vek/result.hpp"
+#include "vek.h"
 
 namespace vek {
-
-namespace detail {
-
-// The common length, or 0, which every function refuses.
-template <class First, class... Rest>
-constexpr int len(const First& first, const Rest&... rest) {
-  return first.size() <= INT_MAX && ((rest.size() == first.size()) && ... && true) ? int(first.size()) : 0;
-}
-inline const Vek8u* bytes(const void* p) { return static_cast<const Vek8u*>(p); }
-inline Vek8u* bytes(void* p) { return static_cast<Vek8u*>(p); }
-
-}  // namespace detail
 
 inline Result copy(std::span<const Vek8u> src, std::span<Vek8u> dst) { return veksCopy_8u(src.data(), dst.data(), detail::len(src, dst)); }
 inline Result copy(std::span<const Vek16s> src, std::span<Vek16s> dst) { return veksCopy_16s(src.data(), dst.data(), detail::len(src, dst)); }

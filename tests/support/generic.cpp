@@ -169,7 +169,8 @@ const std::vector<Row>& allRows() {
   static const std::vector<Row> rows = [] {
     std::vector<Row> all;  // one by one: a list of them all takes compilers gigabytes
 #define VEK_FUNCTION(NAME, RESULT, PARAMETERS) addRow(all, #NAME, &NAME, &NAME##_Idx, PARAMETERS);
-#include "functions.inc"
+#include "vek/functions.inc"
+#include "vekx/functions.inc"
 #undef VEK_FUNCTION
     return all;
   }();

@@ -12,6 +12,7 @@
 
 #include "raw_call.h"
 #include "vek.h"
+#include "vekx.h"
 
 namespace vektest {
 
