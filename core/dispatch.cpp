@@ -3,7 +3,7 @@
 
 #include "core/slots.h"
 
-int32_t vek_variant_index;
+int32_t vek_variant_index = vek::kSlotCount;
 
 namespace vek {
 namespace {
@@ -11,11 +11,12 @@ namespace {
 uint64_t enabledFeatures;
 
 void putInForce(const SlotChoice& choice) {
-  vek_variant_index = choice.slot;
   enabledFeatures = choice.enabledFeatures;
+  __atomic_store_n(&vek_variant_index, choice.slot, __ATOMIC_RELEASE);
 }
 
-__attribute__((constructor)) void atLoad() { initialiseDispatch(nativeCpu); }
+// Before any constructor without a priority; whoever is even earlier chooses with his first call.
+__attribute__((constructor(101))) void atLoad() { initialiseDispatch(nativeCpu); }
 
 }  // namespace
 
@@ -36,3 +37,5 @@ void setSlotForTest(int slot) {
 }
 
 }  // namespace vek
+
+void vek_choose_slot() { vek::initialiseDispatch(vek::nativeCpu); }

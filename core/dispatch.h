@@ -7,9 +7,15 @@
 
 #include "core/cpu.h"
 
-// The slot in force. The forwarding entries read it; it is 0, the generic slot, until the library has been loaded, so
-// that calls from other load-time code work too.
-extern "C" __attribute__((visibility("hidden"))) int32_t vek_variant_index;
+extern "C" {
+// The slot in force. The forwarding entries read it; until the library has been loaded it is kSlotCount, and the cell
+// of that index in every table leads to vek_first_call. So no call, however early, and no state comes from another slot
+// than all that follow.
+extern __attribute__((visibility("hidden"))) int32_t vek_variant_index;
+
+// What vek_first_call does before it goes on with the call: chooses the slot.
+__attribute__((visibility("hidden"))) void vek_choose_slot();
+}
 
 namespace vek {
 

@@ -6,8 +6,6 @@
 
 namespace vek {
 
-void* (*allocateRaw)(size_t bytes) = malloc;
-
 namespace {
 
 constexpr int64_t kAlignment = 64;
@@ -18,7 +16,7 @@ constexpr int64_t kOverhead = kAlignment + sizeof(void*);
 
 void* allocate(int64_t bytes) {
   if (bytes < 1 || bytes > INT64_MAX - kOverhead) return nullptr;
-  void* raw = allocateRaw(static_cast<size_t>(bytes + kOverhead));
+  void* raw = malloc(static_cast<size_t>(bytes + kOverhead));
   if (!raw) return nullptr;
   const uintptr_t address = reinterpret_cast<uintptr_t>(raw);
   const uintptr_t aligned = (address + kOverhead - 1) & ~static_cast<uintptr_t>(kAlignment - 1);

@@ -14,10 +14,6 @@ void* allocate(int64_t bytes);
 // Returns a block of allocate() to the heap; null is harmless.
 void release(void* block);
 
-// Where allocate() takes its memory from: malloc. Tests put a function in its place that fails; what it returns is
-// given to free().
-extern void* (*allocateRaw)(size_t bytes);
-
 }  // namespace vek
 
 #endif

@@ -71,11 +71,15 @@ VEK_INLINE VekStatus crossCorr(const Data* pSrc1, int src1Len, const Data* pSrc2
   float* const dst = reinterpret_cast<float*>(pDst);
   const int64_t from = smaller(dstLen, larger(0, 1 - int64_t(src1Len) - lowLag));
   const int64_t to = larger(from, smaller(dstLen, int64_t(src2Len) - lowLag));
+  if (from < to) {
+    const VekStatus status =
+        correlate<Data>(reinterpret_cast<const float*>(pSrc1), src1Len, reinterpret_cast<const float*>(pSrc2), src2Len,
+                        dst + C * from, to - from, lowLag + from);
+    if (status != vekStsNoErr) return status;
+  }
   clearSamples(dst, C * from);
   clearSamples(dst + C * to, C * (dstLen - to));
-  if (from == to) return vekStsNoErr;
-  return correlate<Data>(reinterpret_cast<const float*>(pSrc1), src1Len, reinterpret_cast<const float*>(pSrc2), src2Len,
-                         dst + C * from, to - from, lowLag + from);
+  return vekStsNoErr;
 }
 
 }  // namespace

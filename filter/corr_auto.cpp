@@ -33,9 +33,13 @@ VEK_INLINE VekStatus autoCorr(const Data* pSrc, int srcLen, Data* pDst, int dstL
   const float* const src = reinterpret_cast<const float*>(pSrc);
   float* const dst = reinterpret_cast<float*>(pDst);
   const int64_t lags = smaller(srcLen, dstLen);
+  if (lags >= kFftLags) {
+    const VekStatus status = byFft<C>(src, srcLen, dst, lags);
+    if (status != vekStsNoErr) return status;
+  } else {
+    slideWindow<C>({src, srcLen, src, srcLen, 0}, dst, lags);
+  }
   clearSamples(dst + C * lags, C * (dstLen - lags));
-  if (lags >= kFftLags) return byFft<C>(src, srcLen, dst, lags);
-  slideWindow<C>({src, srcLen, src, srcLen, 0}, dst, lags);
   return vekStsNoErr;
 }
 

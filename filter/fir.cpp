@@ -160,6 +160,7 @@ VEK_INLINE VekStatus filter(const Data* pSrc, Data* pDst, int numIters, State* p
   FirState* const state = reinterpret_cast<FirState*>(pState);
   if (!state || !pSrc || !pDst) return vekStsNullPtrErr;
   if (numIters < 1) return vekStsSizeErr;
+  if (state->slot != VEK_SLOT_INDEX) return vekStsContextMatchErr;
   const float* const src = reinterpret_cast<const float*>(pSrc);
   float* const dst = reinterpret_cast<float*>(pDst);
   if (state->id == Kind::single) return runSingleRate<Kind>(state, src, dst, numIters);
@@ -171,7 +172,7 @@ template <class Kind, class Data, class State>
 VEK_INLINE VekStatus filterOne(Data src, Data* pDstVal, State* pState) {
   FirState* const state = reinterpret_cast<FirState*>(pState);
   if (!state || !pDstVal) return vekStsNullPtrErr;
-  if (state->id != Kind::single) return vekStsContextMatchErr;
+  if (state->slot != VEK_SLOT_INDEX || state->id != Kind::single) return vekStsContextMatchErr;
   return runSingleRate<Kind>(state, reinterpret_cast<const float*>(&src), reinterpret_cast<float*>(pDstVal), 1);
 }
 

@@ -59,6 +59,7 @@ VEK_INLINE VekStatus fill(FirState* state, const typename Kind::T* taps, int tap
   // The oldest sample of the given line has left the filter by the time the next one enters.
   for (int64_t j = 0; j < tapsLen - 1; ++j)
     for (int c = 0; c < C; ++c) delay[C * (tapsLen - 2 - j) + c] = delayLine ? delayLine[C * j + c] : 0;
+  state->slot = VEK_SLOT_INDEX;
   state->tapsLen = tapsLen;
   state->historyAt = 0;
   state->upFactor = state->downFactor = 1;

@@ -18,6 +18,7 @@ struct FirState {
   int32_t tapsLen;
   int32_t fftLen;  // -1 without a transform path, and always in multi-rate states
   int32_t upFactor, upPhase, downFactor, downPhase;
+  int32_t slot;     // whose code made it: slots differ in the layout
   int32_t blocked;  // multi-rate: by streams of samples, else output by output
   void* taps;       // single-rate: last tap first; multi-rate: in the order of firmr.h
   void* delay;      // past samples, oldest first, from historyAt on; new ones are put behind them

@@ -72,6 +72,7 @@ VEK_INLINE void arrangePast(const FirState* state, const RatePlan& plan, const f
 template <class Kind>
 VEK_INLINE void fill(FirState* state, const RatePlan& plan, Rates r, const typename Kind::T* taps,
                      const float* delayLine) {
+  state->slot = VEK_SLOT_INDEX;
   state->tapsLen = int32_t(plan.tapsLen);
   state->fftLen = -1;
   state->upFactor = r.upFactor, state->upPhase = r.upPhase;

@@ -64,7 +64,8 @@ VEK_INLINE VekStatus buildState(IirState** state, const typename K::Coef* taps, 
   const int64_t count = numBq == 0 ? 1 : numBq;
   const Layout at = layoutOf<V>(numBq, order);
   IirState* s = reinterpret_cast<IirState*>(start);
-  s->id = numBq == 0 ? K::orderId : K::biquadId;
+  s->id = 0;
+  s->slot = VEK_SLOT_INDEX;
   s->coefs = start + kIirHeader;
   s->delay = start + at.delay;
   s->nextDelay = start + at.nextDelay;
@@ -79,6 +80,7 @@ VEK_INLINE VekStatus buildState(IirState** state, const typename K::Coef* taps, 
     if (const VekStatus e = normalise(to, taps + i * 2 * (order + 1), order, numBq != 0)) return e;
   }
   s->tables = tablesFor<V>(*s, reinterpret_cast<double*>(start + at.tables));
+  s->id = numBq == 0 ? K::orderId : K::biquadId;
   *state = s;
   return vekStsNoErr;
 }
@@ -113,7 +115,10 @@ VEK_INLINE VekStatus freeState(void* state) {
   if (!state) return vekStsNullPtrErr;
   IirState* s = static_cast<IirState*>(state);
   if (s->id != K::orderId && s->id != K::biquadId && s->id != K::otherId) return vekStsContextMatchErr;
-  if (s->ownsMemory) release(s);
+  if (s->ownsMemory) {
+    s->id = 0;
+    release(s);
+  }
   return vekStsNoErr;
 }
 
@@ -126,7 +131,8 @@ template <class K, class State>
 VEK_INLINE VekStatus filter(const typename K::Sample* src, typename K::Sample* dst, int len, State* state) {
   if (const VekStatus e = checkVectors(len, src, dst, state)) return e;
   IirState& s = *reinterpret_cast<IirState*>(state);
-  if (s.id != K::orderId && s.id != K::biquadId && s.id != K::otherId) return vekStsContextMatchErr;
+  if (s.slot != VEK_SLOT_INDEX || (s.id != K::orderId && s.id != K::biquadId && s.id != K::otherId))
+    return vekStsContextMatchErr;
   if constexpr (kIirBlocks) {
     if (s.tables && len >= kFewSamples) {
       if constexpr (!kComplex<typename K::Sample>) {
@@ -147,7 +153,7 @@ template <class K, class State>
 VEK_INLINE VekStatus filterOne(typename K::Sample src, typename K::Sample* dst, State* state) {
   if (!state || !dst) return vekStsNullPtrErr;
   IirState& s = *reinterpret_cast<IirState*>(state);
-  if (s.id != K::orderId && s.id != K::biquadId) return vekStsContextMatchErr;
+  if (s.slot != VEK_SLOT_INDEX || (s.id != K::orderId && s.id != K::biquadId)) return vekStsContextMatchErr;
   *dst = convertTo<typename K::Sample>(step(convertTo<typename K::Value>(src), s));
   return vekStsNoErr;
 }

@@ -96,6 +96,7 @@ struct IirState {
   int32_t delayLen;  // the order, or twice the number of sections
   int32_t numBq;     // 0 for a filter of order N
   int32_t ownsMemory;
+  int32_t slot;     // whose code made it: slots differ in precision and layout
   void* nextDelay;  // where a block builds the delay line that it leaves
   double* tables;   // of the block filter; null where that is not to be used
 };

@@ -13,6 +13,7 @@
 #include "core/dispatch.h"
 #include "core/memory.h"
 #include "core/slots.h"
+#include "tests/support/heap.h"
 
 #define DECLARE_VERSION(slot)                      \
   namespace vek::slot {                            \
@@ -173,7 +174,7 @@ class Memory : public testing::Test {
     next = nullptr;
     calls = requested = 0;
   }
-  ~Memory() override { vek::allocateRaw = malloc; }
+  ~Memory() override { vektest::heapHook = nullptr; }
 
   static void* take(size_t bytes) {
     ++calls;
@@ -187,7 +188,7 @@ class Memory : public testing::Test {
 
 TEST_F(Memory, BlockIsAlignedWithItsRawAddressBelow) {
   alignas(64) char heap[256];
-  vek::allocateRaw = take;
+  vektest::heapHook = take;
   for (int offset = 0; offset < 64; ++offset) {
     next = heap + offset;
     char* block = static_cast<char*>(vek::allocate(100));
@@ -202,7 +203,7 @@ TEST_F(Memory, BlockIsAlignedWithItsRawAddressBelow) {
 }
 
 TEST_F(Memory, SizesThatCannotBe) {
-  vek::allocateRaw = take;
+  vektest::heapHook = take;
   for (int64_t bytes : {INT64_MIN, int64_t{-1}, int64_t{0}, INT64_MAX - 71, INT64_MAX})
     EXPECT_EQ(vek::allocate(bytes), nullptr) << bytes;
   EXPECT_EQ(calls, 0u);
@@ -228,7 +229,7 @@ TEST_F(Memory, ElementCountsWrapIn32Bits) {
                {1073741824, 0, 0},
                {1073741825, 76, 80},
                {INT_MAX, 0, 0}};
-  vek::allocateRaw = take;
+  vektest::heapHook = take;
   const auto asked = [](auto* function, int len) {
     requested = 0;
     EXPECT_EQ(function(len), nullptr);

@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <complex>
 
-#include "core/memory.h"
 #include "tests/support/data.h"
 #include "tests/support/guarded.h"
+#include "tests/support/heap.h"
 #include "tests/support/slots.h"
 
 #define VEK_SLOT mx
@@ -302,20 +302,13 @@ TYPED_TEST(Fft, RefusesInTheStatedOrder) {
   EXPECT_EQ(y[0], 42);
 }
 
-void* noMemory(size_t) { return nullptr; }
-int left;
-void* littleMemory(size_t bytes) { return left-- > 0 ? malloc(bytes) : nullptr; }
-
 TYPED_TEST(Fft, ReportsMissingMemory) {
   typename TypeParam::Spec* spec = nullptr;
-  vek::allocateRaw = noMemory;
-  const VekStatus none = TypeParam::initAlloc(TypeParam::template kindOf<Vek32f>, &spec, 10, 2);
-  left = 1;
-  vek::allocateRaw = littleMemory;
-  const VekStatus one = TypeParam::initAlloc(TypeParam::template kindOf<Vek32f>, &spec, 12, 2);
-  vek::allocateRaw = malloc;
-  EXPECT_EQ(none, vekStsMemAllocErr);
-  EXPECT_EQ(one, vekStsMemAllocErr);
+  for (int granted = 0; granted < 2; ++granted) {
+    vektest::Heap heap(granted);
+    EXPECT_EQ(TypeParam::initAlloc(TypeParam::template kindOf<Vek32f>, &spec, 12, 2), vekStsMemAllocErr);
+    EXPECT_EQ(heap.out(), 0);
+  }
   EXPECT_EQ(spec, nullptr);
 }
 

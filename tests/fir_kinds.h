@@ -9,9 +9,9 @@
 #include <complex>
 #include <vector>
 
-#include "core/memory.h"
 #include "support/data.h"
 #include "support/guarded.h"
+#include "support/heap.h"
 #include "support/slots.h"
 
 namespace vektest {
@@ -96,21 +96,6 @@ template <class Kind>
   }
   return ::testing::AssertionSuccess();
 }
-
-// Memory that fails from the nth request on and counts what is out.
-struct Heap {
-  static inline int left = 0, out = 0;
-  static void* take(size_t n) {
-    if (left-- <= 0) return nullptr;
-    ++out;
-    return malloc(n);
-  }
-  explicit Heap(int requests) {
-    left = requests, out = 0;
-    vek::allocateRaw = take;
-  }
-  ~Heap() { vek::allocateRaw = malloc; }
-};
 
 }  // namespace vektest
 

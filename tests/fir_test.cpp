@@ -216,7 +216,7 @@ TYPED_TEST(Fir, StatusesOwnershipAndIds) {
         break;
       }
       ASSERT_EQ(status, vekStsMemAllocErr);
-      ASSERT_EQ(Heap::out, 0);
+      ASSERT_EQ(heap.out(), 0);
       ASSERT_EQ(state, nullptr);
     }
     typename Kind::Data x{};

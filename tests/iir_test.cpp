@@ -4,9 +4,9 @@
 #include <complex>
 #include <type_traits>
 
-#include "core/memory.h"
 #include "tests/support/data.h"
 #include "tests/support/guarded.h"
+#include "tests/support/heap.h"
 #include "tests/support/slots.h"
 
 namespace {
@@ -330,8 +330,6 @@ TYPED_TEST(Iir, InitKeepsInsideTheDocumentedBuffer) {
   });
 }
 
-void* noMemory(size_t) { return nullptr; }
-
 TYPED_TEST(Iir, Refusals) {
   using K = TypeParam;
   using Coef = typename K::Coef;
@@ -348,9 +346,10 @@ TYPED_TEST(Iir, Refusals) {
     EXPECT_EQ(K::init(&s, bad.data(), INT32_MIN, nullptr, buffer.data()), vekStsIIROrderErr);
     EXPECT_EQ(K::allocate(&s, bad.data(), 1, nullptr), vekStsDivByZeroErr);
     EXPECT_EQ(K::init(&s, bad.data(), 1, nullptr, buffer.data()), vekStsDivByZeroErr);
-    vek::allocateRaw = noMemory;
-    EXPECT_EQ(K::allocate(&s, halved.data(), 1, nullptr), vekStsMemAllocErr);
-    vek::allocateRaw = malloc;
+    {
+      Heap none(0);
+      EXPECT_EQ(K::allocate(&s, halved.data(), 1, nullptr), vekStsMemAllocErr);
+    }
     EXPECT_EQ(s, nullptr);
     ASSERT_EQ(K::allocate(&s, halved.data(), 1, nullptr), vekStsNoErr);
     Sample x = rounded<Sample>(6), y = rounded<Sample>(9);

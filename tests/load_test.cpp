@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// The shared library as a program meets it: loaded and unloaded over and over, called from initialisers that run before
-// its own, from a forked child, and from eight threads that share one spec and the caches filled on first use.
+// The shared library as a program meets it: loaded and unloaded over and over, called from a forked child, and from
+// eight threads that share one spec and the caches filled on first use.
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
@@ -10,32 +10,10 @@
 #include <thread>
 #include <vector>
 
-#include "core/dispatch.h"
 #include "vek.h"
 
 namespace vektest {
 namespace {
-
-// Runs before the initialisers of the library's own objects, as an initialiser of the program that was linked first
-// may: the slot is still the generic one, and calls work.
-struct Early {
-  int32_t slot = -1;
-  VekStatus status = vekStsErr;
-  Vek32f sum[40] = {};
-} early;
-
-__attribute__((constructor(101))) void callEarly() {
-  Vek32f x[40];
-  for (int i = 0; i < 40; ++i) x[i] = float(i);
-  early.slot = vek_variant_index;
-  early.status = veksAdd_32f(x, x, early.sum, 40);
-}
-
-TEST(Load, CallsBeforeTheChoiceOfTheSlotWork) {
-  EXPECT_EQ(early.slot, 0);
-  EXPECT_EQ(early.status, vekStsNoErr);
-  for (int i = 0; i < 40; ++i) EXPECT_EQ(early.sum[i], 2.0f * float(i));
-}
 
 int openHandles() {
   int n = 0;

@@ -3,7 +3,7 @@
 #include "support/generic.h"
 #include "support/slots.h"
 
-#define VEK_FUNCTION(NAME, RESULT, PARAMETERS) extern "C" decltype(&NAME) const vek_table_##NAME[7];
+#define VEK_FUNCTION(NAME, RESULT, PARAMETERS) extern "C" decltype(&NAME) const vek_table_##NAME[8];
 #include "vek/functions.inc"
 #include "vekx/functions.inc"
 #undef VEK_FUNCTION

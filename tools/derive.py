@@ -243,10 +243,12 @@ def tables(library, objects):
                 lines.append(f"{f.result} {f.name}({shown}) {{ return {call}; }}")
         lines.append("}\n")
     lines.append('#define VEK_TABLE(NAME) extern "C" __attribute__((visibility("hidden"))) decltype(&::NAME) const '
-                 f"vek_table_##NAME[{len(slots.NAMES)}]\n")
+                 f"vek_table_##NAME[{len(slots.NAMES) + 1}]\n")
+    lines.append('extern "C" __attribute__((visibility("hidden"))) void vek_first_call();\n')
     for f in functions:
         cells = ", ".join(f"&vek::{serving_slot(s, found[f.name])}::{f.name}" for s in slots.NAMES)
-        lines.append(f"VEK_TABLE({f.name});\nVEK_TABLE({f.name}) = {{{cells}}};")
+        lines.append(f"VEK_TABLE({f.name});\nVEK_TABLE({f.name}) = {{{cells}, "
+                     f"reinterpret_cast<decltype(&::{f.name})>(&vek_first_call)}};")
     return "\n".join(lines) + "\n"
 
 

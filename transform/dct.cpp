@@ -65,6 +65,8 @@ VekStatus initialise(DctSpec** ppSpec, int len, VekHintAlgorithm hint, uint8_t* 
   DctSpec* spec = reinterpret_cast<DctSpec*>(align64(buffer));
   *spec = DctSpec{};
   spec->len = len;
+  spec->slot = VEK_SLOT_INDEX;
+  spec->forward = forward;
   spec->hint = hint;
   if (isSmall(len)) {
     spec->smallKernel = 1;
@@ -115,7 +117,7 @@ VekStatus freeSpec(DctSpec* spec) {
 
 VekStatus transform(const float* x, float* y, const DctSpec* spec, uint8_t* given, bool forward) {
   if (!x || !y || !spec) return vekStsNullPtrErr;
-  if (spec->id != kDctId) return vekStsContextMatchErr;
+  if (spec->id != kDctId || spec->slot != VEK_SLOT_INDEX) return vekStsContextMatchErr;
   if (spec->smallKernel) {
     dctSmall(x, y, spec->len, forward);
     return vekStsNoErr;

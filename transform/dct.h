@@ -10,7 +10,7 @@ namespace vek::VEK_SLOT {
 constexpr int32_t kDctId = 21;
 
 // At the first 64-byte boundary of the caller's buffer; the tables follow. Both directions share them, but for those of
-// the direct sums.
+// the direct sums, so that a spec serves the other direction too.
 struct DctSpec {
   int32_t id;
   int32_t len;
@@ -27,7 +27,9 @@ struct DctSpec {
   Vek32fc* chirp;     // exp(-i pi j^2 / M), j < M
   Vek32fc* response;  // the conjugate chirp's spectrum, over P
   void* memBlock;
-  int32_t reserved[4];
+  int32_t slot;     // whose code made it
+  int32_t forward;  // whose direct sums the table is for
+  int32_t reserved[2];
 };
 static_assert(sizeof(DctSpec) == 96);
 

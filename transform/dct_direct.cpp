@@ -213,11 +213,18 @@ void dctSmall(const float* x, float* y, int len, bool forward) {
 }
 
 void dctDirect(const float* x, float* y, const DctSpec* spec, float* work, bool forward) {
-  if (forward) {
-    forwardDirect(x, y, spec, work);
-  } else {
-    inverseDirect(x, y, spec, work);
+  // Given a spec of the other direction, a table for this one is made for the call.
+  struct {
+    DctSpec spec;
+    float table[4 * kDctDirectLimit + kChains * L];
+  } other;
+  if (bool(spec->forward) != forward) {
+    other.spec = *spec;
+    __builtin_memset(other.table, 0, sizeof other.table);
+    buildDirect(&other.spec, forward);
+    spec = &other.spec;
   }
+  forward ? forwardDirect(x, y, spec, work) : inverseDirect(x, y, spec, work);
 }
 
 void buildDirect(DctSpec* spec, bool forward) {

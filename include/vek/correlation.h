@@ -22,8 +22,10 @@ extern "C" {
  * or infinity reaches exactly the results whose sums contain it. Class transform on the others: the error is relative
  * to the largest results, and a non-finite element spoils every result of its block.
  *
- * The transform paths take memory for the duration of the call and return #vekStsMemAllocErr without it; the direct
- * paths take none. Destinations overlap no source.
+ * The transform paths take memory for the duration of the call and return #vekStsMemAllocErr without it, and
+ * #vekStsFftOrderErr where a transform would need more than 2^28 points (the sum of both lengths, for autocorrelation
+ * of srcLen and dstLen; block by block four times the shorter length). In both cases nothing has been written. The
+ * direct paths take no memory. Destinations overlap no source.
  * @{
  */
 
@@ -34,7 +36,7 @@ extern "C" {
  * Direct with fewer than 150 results or fewer than 32 elements in the shorter source; otherwise by one transform, or
  * block by block where the longer source has at least three times the elements of the shorter.
  *
- * @return #vekStsNullPtrErr for a null pointer, then #vekStsSizeErr for a length below 1; #vekStsMemAllocErr
+ * @return #vekStsNullPtrErr for a null pointer, then #vekStsSizeErr for a length below 1; #vekStsMemAllocErr, #vekStsFftOrderErr
  */
 VEK_API VekStatus veksConv_32f(const Vek32f* pSrc1, int src1Len, const Vek32f* pSrc2, int src2Len, Vek32f* pDst);
 
@@ -43,7 +45,7 @@ VEK_API VekStatus veksConv_32f(const Vek32f* pSrc1, int src1Len, const Vek32f* p
  * outside the sources being zero. The bias may be negative. The paths of veksConv_32f() apply to the results that have
  * terms.
  *
- * @return #vekStsNullPtrErr for a null pointer, then #vekStsSizeErr for a length below 1; #vekStsMemAllocErr
+ * @return #vekStsNullPtrErr for a null pointer, then #vekStsSizeErr for a length below 1; #vekStsMemAllocErr, #vekStsFftOrderErr
  */
 VEK_API VekStatus veksConvBiased_32f(const Vek32f* pSrc1, int src1Len, const Vek32f* pSrc2, int src2Len, Vek32f* pDst,
                                      int dstLen, int bias);
@@ -57,7 +59,7 @@ VEK_API VekStatus veksConvBiased_32f(const Vek32f* pSrc1, int src1Len, const Vek
  * single precision and its fraction dropped, is above 383; there block by block where the longer source has at least
  * three times the elements of the shorter and the first lag lies within the shorter.
  *
- * @return #vekStsNullPtrErr for a null pointer, then #vekStsSizeErr for a length below 1; #vekStsMemAllocErr
+ * @return #vekStsNullPtrErr for a null pointer, then #vekStsSizeErr for a length below 1; #vekStsMemAllocErr, #vekStsFftOrderErr
  * @{
  */
 VEK_API VekStatus veksCrossCorr_32f(const Vek32f* pSrc1, int src1Len, const Vek32f* pSrc2, int src2Len, Vek32f* pDst,
@@ -73,7 +75,7 @@ VEK_API VekStatus veksCrossCorr_32fc(const Vek32fc* pSrc1, int src1Len, const Ve
  *
  * Through the transform from min(srcLen, dstLen) = 600 up, real and complex alike.
  *
- * @return #vekStsNullPtrErr for a null pointer, then #vekStsSizeErr for a length below 1; #vekStsMemAllocErr
+ * @return #vekStsNullPtrErr for a null pointer, then #vekStsSizeErr for a length below 1; #vekStsMemAllocErr, #vekStsFftOrderErr
  * @{
  */
 VEK_API VekStatus veksAutoCorr_32f(const Vek32f* pSrc, int srcLen, Vek32f* pDst, int dstLen);

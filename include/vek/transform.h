@@ -84,7 +84,8 @@ VEK_API VekStatus veksDCTInvFree_32f(VeksDCTInvSpec_32f* pDCTSpec);
  * work in place. `pWorkBuffer` has the size stated with the initialisers, at any alignment; if it is null, the call
  * allocates what it needs and releases it again. Numeric class: transform; the relative error in the 2-norm stays below
  * 0.6e-7 * sqrt(log2 len) + 1e-7 for powers of two and below twice that for other lengths. Any number of threads may
- * use one spec, each with a work buffer of its own.
+ * use one spec, each with a work buffer of its own. A spec of the other direction gives the same results, at lengths
+ * below 86 that are no power of two more slowly.
  * @return in this order: a null pSrc, pDst or pDCTSpec #vekStsNullPtrErr, not a cosine spec #vekStsContextMatchErr, no
  *         memory for the work buffer #vekStsMemAllocErr; else #vekStsNoErr
  * @{

@@ -138,6 +138,12 @@ std::vector<Argument> Row::arguments(Arena& arena) const {
   return out;
 }
 
+RawCall Row::raw(Arena& arena, int null) const {
+  std::vector<Argument> all = arguments(arena);
+  if (null >= 0) all[size_t(null)] = argumentOf(static_cast<void*>(nullptr));
+  return rawCall(function, all);
+}
+
 VekStatus Row::call(Arena& arena, int null, int bad, int value) const {
   std::vector<Argument> all = arguments(arena);
   if (null >= 0) all[size_t(null)] = argumentOf(static_cast<void*>(nullptr));

@@ -59,8 +59,8 @@ struct Row {
   std::vector<Argument (*)(Arena&, size_t region, const Parameter&)> make;  // one for each parameter
   bool returnsStatus;
 
-  // A call with good arguments, ready to be made.
-  RawCall raw(Arena& arena) const { return rawCall(function, arguments(arena)); }
+  // A call with good arguments, but for the pointer parameter `null`, ready to be made.
+  RawCall raw(Arena& arena, int null = -1) const;
   // Calls the function with the pointer parameter `null` set to null (none for -1), and the int parameter `bad` set to
   // `value` (none for -1).
   VekStatus call(Arena& arena, int null, int bad, int value) const;
