@@ -17,14 +17,14 @@ cd "$work/vek"
 export VEK_CONFIGURE="-DVEK_SLOTS=mx -DCMAKE_BUILD_TYPE=None" DEB_CXXFLAGS_APPEND="-O1 -g0"
 DEB_BUILD_OPTIONS="nocheck noautodbgsym parallel=2" dpkg-buildpackage -us -uc -b > "$work/log" 2>&1 ||
   { tail -40 "$work/log"; exit 1; }
-for package in libvek8 libvek-dev vek-tools; do dpkg -x "$work/$package"_*.deb "$work/root"; done
+for package in libvek8 libvek-dev libvekx1 libvekx-dev vek-tools; do dpkg -x "$work/$package"_*.deb "$work/root"; done
 
 usr=$work/root/usr
 libdir=$(dirname "$(find "$usr" -name libvek.a)")
 export LD_LIBRARY_PATH=$libdir
 "$usr/bin/vek-info"
 export PKG_CONFIG_PATH=$libdir/pkgconfig
-cc -std=c99 tests/consumer/client.c -o "$work/client" $(pkg-config --cflags --libs vek)
+cc -std=c99 tests/consumer/client.c -o "$work/client" $(pkg-config --cflags --libs vek vekx)
 "$work/client"
 cmake -S tests/consumer -B "$work/build" -DCMAKE_PREFIX_PATH="$usr" > "$work/log"
 cmake --build "$work/build" > "$work/log" || { cat "$work/log"; exit 1; }
