@@ -7,8 +7,9 @@
 #include "vek/types.h"
 #include "vek/status.h"
 
-#include "vekx/core.h" /* version, texts of statuses */
-#include "vekx/fft.h"  /* Fourier, cosine and sine transforms of every length */
+#include "vekx/core.h"   /* version, texts of statuses */
+#include "vekx/design.h" /* windows, finite and recursive filters, responses */
+#include "vekx/fft.h"    /* Fourier, cosine and sine transforms of every length */
 
 #include "vekx/idx.h" /* the index-offset twin of every function above */
 // clang-format on

@@ -7,6 +7,7 @@
 #include "vek/api.h"
 
 #include "vekx/core.h"
+#include "vekx/design.h"
 
 #ifdef __cplusplus
 extern "C" {
