@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The version record of vekx, one for each slot.
 #include "core/dispatch.h"
+#include "core/slots.h"
 #include "vekx/core.h"
 
 namespace {
@@ -12,4 +13,7 @@ constexpr VekxVersion kRecords[] = {
 
 }  // namespace
 
-const VekxVersion* vekxGetVersion() { return &kRecords[vek_variant_index]; }
+const VekxVersion* vekxGetVersion() {
+  if (vek_variant_index == vek::kSlotCount) vek_choose_slot();  // called before anything else was
+  return &kRecords[vek_variant_index];
+}
