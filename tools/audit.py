@@ -26,7 +26,7 @@ import slots
 NEEDED = {"libc.so.6", "libm.so.6"}
 IMPORTS = set("""malloc free memcpy memmove memset memcmp clock_gettime gettimeofday __cxa_finalize __gmon_start__
     _ITM_deregisterTMCloneTable _ITM_registerTMCloneTable __stack_chk_fail abort
-    sin cos sincos tan atan atan2 exp log sqrt floor ceil fabs fmod ldexp pow rint nearbyint sqrtf sinf cosf sinh cosh asinh expm1 hypot fmax fmin frexp""".split())
+    sin cos sincos sincosl tan atan atan2 exp log sqrt floor ceil fabs fmod ldexp pow rint nearbyint sqrtf sinf cosf sinh cosh asinh expm1 hypot fmax fmin frexp""".split())
 
 SSE3 = "addsub[ps][sd] h(add|sub)p[sd] lddqu movddup movs[hl]dup fisttp\\w*"
 SSSE3 = "pshufb ph(add|sub)\\w* pmaddubsw psign[bwd] pmulhrsw pabs[bwd] palignr"

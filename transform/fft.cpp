@@ -98,9 +98,13 @@ VEK_NOINLINE void computeTables(T* table, FftKind kind, int order) {
 }
 
 template <class T>
+int64_t tableSize(FftKind kind, int order) {
+  return isComplex(kind) ? complexTableSize<T>(order) : realTableSize<T>(order);
+}
+template <class T>
 void buildTables(FftSpec* spec, FftKind kind, int order) {
   T* const table = reinterpret_cast<T*>(align64(reinterpret_cast<uint8_t*>(spec + 1)));
-  const int64_t size = isComplex(kind) ? complexTableSize<T>(order) : realTableSize<T>(order);
+  const int64_t size = tableSize<T>(kind, order);
   (isComplex(kind) ? spec->complexTwiddles : spec->realTwiddles) = table;
   if (size > 0) computeTables(table, kind, order);
   spec->tableEnd = reinterpret_cast<uint8_t*>(table + size);
@@ -139,35 +143,36 @@ void realSmall(const T* src, T* dst, int order, T scale) {
 }
 
 template <Direction D, class T>
-VekStatus realTransform(const T* src, T* dst, const FftSpec* spec) {
-  if (const VekStatus s = checkCall(src, dst, spec, kFftKindOf<T>)) return s;
-  const T scale = scaleOf<T>(spec, D);
-  const int order = spec->order;
-  if (isSmall(kFftKindOf<T>, order)) {
-    realSmall<D>(src, dst, order, scale);
-    return vekStsNoErr;
-  }
-  const T* roots = static_cast<const T*>(spec->realTwiddles);
+void realBy(const T* src, T* dst, int order, const T* table, T scale) {
+  if (isSmall(kFftKindOf<T>, order)) return realSmall<D>(src, dst, order, scale);
   if constexpr (D == kForward) {
-    realForward<kInterleaved>(src, dst, order, roots);
+    realForward<kInterleaved>(src, dst, order, table);
     if (scale != 1) scaleAll(dst, int64_t(1) << order, scale);
   } else {
-    realInverse<kInterleaved>(src, dst, order, roots, scale);
+    realInverse<kInterleaved>(src, dst, order, table, scale);
   }
-  return vekStsNoErr;
+}
+template <Direction D, class C, class T>
+void complexBy(const C* src, C* dst, int order, const T* table, T scale) {
+  const T* in = &src->re;
+  T* out = &dst->re;
+  if (isSmall(kFftKindOf<C>, order)) {
+    withSmall(order, [&]<int M>() VEK_LAMBDA { smallTransform<D, M>(in, out, scale); });
+  } else {
+    complexTransform<D>(in, out, order, table, scale);
+  }
 }
 
+template <Direction D, class T>
+VekStatus realTransform(const T* src, T* dst, const FftSpec* spec) {
+  if (const VekStatus s = checkCall(src, dst, spec, kFftKindOf<T>)) return s;
+  realBy<D>(src, dst, spec->order, static_cast<const T*>(spec->realTwiddles), scaleOf<T>(spec, D));
+  return vekStsNoErr;
+}
 template <Direction D, class C, class T>
 VekStatus complexCall(const C* src, C* dst, const FftSpec* spec, T) {
   if (const VekStatus s = checkCall(src, dst, spec, kFftKindOf<C>)) return s;
-  const T* in = &src->re;
-  T* out = &dst->re;
-  const T scale = scaleOf<T>(spec, D);
-  if (isSmall(kFftKindOf<C>, spec->order)) {
-    withSmall(spec->order, [&]<int M>() VEK_LAMBDA { smallTransform<D, M>(in, out, scale); });
-  } else {
-    complexTransform<D>(in, out, spec->order, static_cast<const T*>(spec->complexTwiddles), scale);
-  }
+  complexBy<D>(src, dst, spec->order, static_cast<const T*>(spec->complexTwiddles), scaleOf<T>(spec, D));
   return vekStsNoErr;
 }
 
@@ -319,6 +324,20 @@ FftSpec* fftPlace(FftKind kind, int order, int flag, int hint, uint8_t* pSpecBuf
   return spec;
 }
 
+int64_t fftTableSize(FftKind kind, int order) {
+  if (isSmall(kind, order)) return 0;
+  if (partSize(kind) == 8) return 8 * tableSize<double>(kind, order);
+  return 4 * tableSize<float>(kind, order);
+}
+void fftFillTable(FftKind kind, int order, void* table) {
+  if (fftTableSize(kind, order) == 0) return;
+  if (partSize(kind) == 8) {
+    computeTables(static_cast<double*>(table), kind, order);
+  } else {
+    computeTables(static_cast<float*>(table), kind, order);
+  }
+}
+
 VekStatus fftInit(FftKind kind, FftSpec** pSpec, int order, int flag, int hint, uint8_t* pSpecBuffer,
                   uint8_t* pInitBuffer) {
   if (!pSpec) return vekStsNullPtrErr;
@@ -383,6 +402,31 @@ VekStatus fftInverse(const Vek32fc* src, Vek32fc* dst, const FftSpec* spec, uint
 }
 VekStatus fftInverse(const Vek64fc* src, Vek64fc* dst, const FftSpec* spec, uint8_t*) {
   return complexCall<kInverse>(src, dst, spec, double());
+}
+
+void fftForwardBy(const Vek32f* src, Vek32f* dst, int order, const float* table, float scale) {
+  realBy<kForward>(src, dst, order, table, scale);
+}
+void fftForwardBy(const Vek64f* src, Vek64f* dst, int order, const double* table, double scale) {
+  realBy<kForward>(src, dst, order, table, scale);
+}
+void fftForwardBy(const Vek32fc* src, Vek32fc* dst, int order, const float* table, float scale) {
+  complexBy<kForward>(src, dst, order, table, scale);
+}
+void fftForwardBy(const Vek64fc* src, Vek64fc* dst, int order, const double* table, double scale) {
+  complexBy<kForward>(src, dst, order, table, scale);
+}
+void fftInverseBy(const Vek32f* src, Vek32f* dst, int order, const float* table, float scale) {
+  realBy<kInverse>(src, dst, order, table, scale);
+}
+void fftInverseBy(const Vek64f* src, Vek64f* dst, int order, const double* table, double scale) {
+  realBy<kInverse>(src, dst, order, table, scale);
+}
+void fftInverseBy(const Vek32fc* src, Vek32fc* dst, int order, const float* table, float scale) {
+  complexBy<kInverse>(src, dst, order, table, scale);
+}
+void fftInverseBy(const Vek64fc* src, Vek64fc* dst, int order, const double* table, double scale) {
+  complexBy<kInverse>(src, dst, order, table, scale);
 }
 
 VekStatus fftMulSpectra(const Vek32f* src, Vek32f* srcDst, int len) { return mulPacked(src, srcDst, len); }

@@ -90,6 +90,18 @@ VekStatus fftInverse(const Vek64f* src, Vek64f* dst, const FftSpec* spec, uint8_
 VekStatus fftInverse(const Vek32fc* src, Vek32fc* dst, const FftSpec* spec, uint8_t* work);
 VekStatus fftInverse(const Vek64fc* src, Vek64fc* dst, const FftSpec* spec, uint8_t* work);
 
+// The same without a spec, times a factor, for callers that hold the tables: fftTableSize bytes, at any alignment.
+int64_t fftTableSize(FftKind kind, int order);
+void fftFillTable(FftKind kind, int order, void* table);
+void fftForwardBy(const Vek32f* src, Vek32f* dst, int order, const float* table, float scale);
+void fftForwardBy(const Vek64f* src, Vek64f* dst, int order, const double* table, double scale);
+void fftForwardBy(const Vek32fc* src, Vek32fc* dst, int order, const float* table, float scale);
+void fftForwardBy(const Vek64fc* src, Vek64fc* dst, int order, const double* table, double scale);
+void fftInverseBy(const Vek32f* src, Vek32f* dst, int order, const float* table, float scale);
+void fftInverseBy(const Vek64f* src, Vek64f* dst, int order, const double* table, double scale);
+void fftInverseBy(const Vek32fc* src, Vek32fc* dst, int order, const float* table, float scale);
+void fftInverseBy(const Vek64fc* src, Vek64fc* dst, int order, const double* table, double scale);
+
 // srcDst *= src, bin by bin. Real kinds: packed spectra of len elements (an odd len has no bin N/2: element 0, then
 // pairs). Complex kinds: len bins. Checks: null pointers (-8), len below 1 (-6).
 VekStatus fftMulSpectra(const Vek32f* src, Vek32f* srcDst, int len);

@@ -104,25 +104,36 @@ VEK_INLINE void transform8(Complex<T> (&y)[8]) {
   y[7] = {negMulAdd<T>(h, c.re, a3.re), mulAdd<T>(h, c.im, a3.im)};
 }
 
-// The first two levels of a join, on four of its operands.
+// The roots of a join: one of each lane's own, or the same for all lanes.
 template <class T>
-VEK_INLINE void joinFour(Complex<T>& a, Complex<T>& b, Complex<T>& c, Complex<T>& d, const T* w) {
-  const Complex<T> first = loadBlock(w), second = loadBlock(w + 2 * kLanes<T>);
+struct BlockRoots {
+  const T* at;
+  VEK_INLINE Complex<T> operator()(int i) const { return loadBlock(at + i * 2 * kLanes<T>); }
+};
+template <class T>
+struct SpreadRoots {
+  const T* at;
+  VEK_INLINE Complex<T> operator()(int i) const { return {splat(at[2 * i]), splat(at[2 * i + 1])}; }
+};
+
+// The first two levels of a join, on four of its operands.
+template <class T, class Roots>
+VEK_INLINE void joinFour(Complex<T>& a, Complex<T>& b, Complex<T>& c, Complex<T>& d, Roots root) {
+  const Complex<T> first = root(0), second = root(1);
   butterfly(a, b, first);
   butterfly(c, d, first);
   butterfly(a, c, second);
   butterflyMinusI(b, d, second);
 }
 
-// Joins 2^Bits transforms; w holds the roots of one block: for Bits = 2 w^2k, w^k; for Bits = 3 w^4k, w^2k, w^k and
+// Joins 2^Bits transforms by the roots, for Bits = 2 w^2k, w^k; for Bits = 3 w^4k, w^2k, w^k and
 // w^(k + M), where w = exp(-2 pi i / (2^Bits M)).
 // load(i) gives an operand and store(i, y) takes a result: few of them are alive at any time.
-template <int Bits, Difference C = kAsIs, class T, class Load, class Store>
-VEK_INLINE void join(const T* w, Load load, Store store) {
-  constexpr int size = 2 * kLanes<T>;
+template <int Bits, Difference C = kAsIs, class T, template <class> class Roots, class Load, class Store>
+VEK_INLINE void join(Roots<T> root, Load load, Store store) {
   Complex<T> a = load(0), b = load(1), c = load(2), d = load(3);
   if constexpr (Bits == 2) {
-    const Complex<T> first = loadBlock(w), second = loadBlock(w + size);
+    const Complex<T> first = root(0), second = root(1);
     butterfly(a, b, first);
     butterfly(c, d, first);
     butterfly<C>(a, c, second);
@@ -130,15 +141,15 @@ VEK_INLINE void join(const T* w, Load load, Store store) {
     butterflyMinusI<C>(b, d, second);
     store(1, b), store(3, d);
   } else {
-    joinFour(a, b, c, d, w);
+    joinFour(a, b, c, d, root);
     Complex<T> e = load(4), f = load(5), g = load(6), h = load(7);
-    joinFour(e, f, g, h, w);
-    const Complex<T> third = loadBlock(w + 2 * size);
+    joinFour(e, f, g, h, root);
+    const Complex<T> third = root(2);
     butterfly<C>(a, e, third);
     store(0, a), store(4, e);
     butterflyMinusI<C>(c, g, third);
     store(2, c), store(6, g);
-    const Complex<T> turned = loadBlock(w + 3 * size);
+    const Complex<T> turned = root(3);
     butterfly<C>(b, f, turned);
     store(1, b), store(5, f);
     butterflyMinusI<C>(d, h, turned);
@@ -251,7 +262,7 @@ VEK_NOINLINE void joinPass(T* data, int64_t total, int64_t length, const T* root
     const T* w = roots;
     for (int64_t k = 0; k < 2 * length; k += block, w += step) {
       join<Bits>(
-          w, [&](int r) VEK_LAMBDA { return loadBlock(data + k + r * 2 * length); },
+          BlockRoots<T>{w}, [&](int r) VEK_LAMBDA { return loadBlock(data + k + r * 2 * length); },
           [&](int r, Complex<T> y) VEK_LAMBDA { storePoint<D, O>(data + k + r * 2 * length, y, s); });
     }
   }

@@ -129,7 +129,7 @@ VEK_INLINE void leafForward(const Reg<T> (&x)[kLeaf], LeafSpectrum<T>& to) {
   evenElements<T>(s, to);
   constexpr int element[] = {1, 5, 7, 3};
   join<2, kConjugated>(
-      kLeafRoots<T>.at, [&](int i) VEK_LAMBDA { return y[i]; },
+      BlockRoots<T>{kLeafRoots<T>.at}, [&](int i) VEK_LAMBDA { return y[i]; },
       [&](int i, Complex<T> z) VEK_LAMBDA { to.re[element[i]] = z.re, to.im[element[i]] = z.im; });
 }
 

@@ -126,7 +126,7 @@ VEK_INLINE void joinFirstBlock(const Columns<Down, Bits, T>& at, const T* roots,
 #pragma GCC unroll 8
   for (int i = 0; i < R; ++i) d[i] = *at.of(i, 0);
   join<Bits, kConjugated>(
-      roots,
+      BlockRoots<T>{roots},
       [&](int i) VEK_LAMBDA {
         const Reg<T> re = loadV(at.of(i, 0)), im = loadV(at.of(i, 0) + L);
         return Complex<T>{withFirst(re, im, T()), withFirst(im, Reg<T>{}, T())};
@@ -154,7 +154,7 @@ VEK_NOINLINE void joinSpectra(T* data, int64_t length, const T* firstRoots, cons
   for (int64_t k = 2 * L; k < length; k += 2 * L) {
     roots += step;
     join<Bits, kConjugated>(
-        roots, [&](int i) VEK_LAMBDA { return loadBlock(at.of(i, k)); },
+        BlockRoots<T>{roots}, [&](int i) VEK_LAMBDA { return loadBlock(at.of(i, k)); },
         [&](int r, Complex<T> y) VEK_LAMBDA {
           if (r < R / 2) {
             storeColumns<O>(at.direct(r, k), y);
