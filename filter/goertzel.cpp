@@ -4,6 +4,7 @@
 // packs and are joined by one more Horner scheme in w at the end.
 #include "core/simd/checks.h"
 #include "core/simd/convert.h"
+#include "core/simd/double_double.h"
 #include "vek.h"
 
 namespace vek::VEK_SLOT {
@@ -16,22 +17,22 @@ struct Rotation {
   double c, s;
 };
 VEK_INLINE Rotation rotation(Vek32f rFreq) {
-  const double theta = double(rFreq) * 6.283185307179586;
-  return {__builtin_cos(theta), __builtin_sin(theta)};
+  const Direction w = sineCosine(double(rFreq) * 6.283185307179586);
+  return {w.cosine, w.sine};
 }
 
 // The rotation repeated 2^Doublings times. The product of the rounded values is wanted, as the recurrence forms it, so
 // it is kept to more than double precision until the end.
 template <int Doublings>
 VEK_INLINE Rotation repeated(Rotation w) {
-  long double c = w.c, s = w.s;
+  DoubleDouble c = {broadcast(w.c), zeros<double>()}, s = {broadcast(w.s), zeros<double>()};
 #pragma GCC unroll 4
   for (int i = 0; i < Doublings; ++i) {
-    const long double next = c * c - s * s;
-    s = 2 * c * s;
+    const DoubleDouble next = c * c + -(s * s);
+    s = (c + c) * s;
     c = next;
   }
-  return {double(c), double(s)};
+  return {lanesOf(c.hi)[0], lanesOf(s.hi)[0]};
 }
 
 struct Complex {

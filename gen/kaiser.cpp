@@ -43,17 +43,20 @@ VEK_INLINE Pack<double> besselI0(Pack<double> x) {
   const Mask<double> small = x < broadcast(3.75);
   const Pack<double> t = broadcast(0.26666666666666666) * x, nearZero = polynomial(below, t * t);
   if (all(small)) return nearZero;
-  const Pack<double> far = exponential(x) / squareRoot(x) * polynomial(above, broadcast(3.75) / x);
+  // Lanes of the other kind get an argument that raises no flag.
+  const Pack<double> y = select(small, broadcast(3.75), x);
+  const Pack<double> far = exponential(y) / squareRoot(y) * polynomial(above, broadcast(3.75) / y);
   return select(small, nearZero, far);
 }
 
 struct Kaiser {
   double last, alpha, scale;
 
-  // The weights k .. k+3. Behind the middle of the window, in lanes that no element uses, the argument may be NaN.
+  // The weights k .. k+3. Behind the end of the window, in lanes that no element uses, they are those of its end.
   VEK_INLINE Pack<double> operator()(int k) const {
     const Pack<double> n = int32sToDouble(half(iota<int32_t>() + broadcast(int32_t(k)), 0));
-    const Pack<double> x = magnitude(squareRoot(n * (broadcast(last) - n)) * broadcast(alpha));
+    const Pack<double> square = n * (broadcast(last) - n), none = zeros<double>();
+    const Pack<double> x = magnitude(squareRoot(select(square < none, none, square)) * broadcast(alpha));
     return besselI0(x) * broadcast(scale);
   }
 };

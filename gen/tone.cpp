@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "core/simd/convert.h"
+#include "core/simd/double_double.h"
 #include "gen/phase.h"
 #include "vek.h"
 
@@ -10,11 +11,24 @@ VEK_INLINE void storePair(float* dst, __m128d x) {
   _mm_storel_epi64(reinterpret_cast<__m128i_u*>(dst), (__m128i)_mm_cvtpd_ps(x));
 }
 
+// The first two angles and the step from one to the next, all at once. The recurrence multiplies what is wrong in their
+// cosines by the length, so these have to be the same with every C library.
+struct Starts {
+  Lanes<double> sine, cosine;
+  VEK_INLINE Starts(double phase, double omega) {
+    alignas(32) const double angle[4] = {phase, phase + omega, omega, omega};
+    const SineCosine y = sineCosine(load(angle));
+    sine = lanesOf(y.sine), cosine = lanesOf(y.cosine);
+  }
+};
+
 // Each element depends on the one before the last: two chains, side by side in one register. Their latency, one
 // product and one difference for two elements, is what a sample costs.
 VEK_INLINE void fillTone(float* dst, int len, double magn, double freq, double phase) {
-  const double omega = kTwoPi * freq, c = 2 * cos(omega);
-  const double x0 = magn * cos(phase), x1 = magn * cos(phase + omega), x2 = c * x1 - x0, x3 = c * x2 - x1;
+  const double omega = kTwoPi * freq;
+  const Starts starts(phase, omega);
+  const double c = 2 * starts.cosine[2];
+  const double x0 = magn * starts.cosine[0], x1 = magn * starts.cosine[1], x2 = c * x1 - x0, x3 = c * x2 - x1;
   const double start[4] = {x0, x1, x2, x3};
   for (int i = 0; i < 4 && i < len; ++i) dst[i] = float(start[i]);
   const __m128d d = _mm_set1_pd(c * c - 2);
@@ -44,9 +58,10 @@ VEK_INLINE void fillTone(float* dst, int len, double magn, double freq, double p
 
 VEK_INLINE void fillTone(Vek32fc* dst, int len, double magn, double freq, double phase) {
   const double omega = kTwoPi * freq;
-  const __m128d c = _mm_set1_pd(2 * cos(omega));
-  __m128d before = _mm_setr_pd(magn * cos(phase), magn * sin(phase));
-  __m128d last = _mm_setr_pd(magn * cos(phase + omega), magn * sin(phase + omega));
+  const Starts starts(phase, omega);
+  const __m128d c = _mm_set1_pd(2 * starts.cosine[2]);
+  __m128d before = _mm_setr_pd(magn * starts.cosine[0], magn * starts.sine[0]);
+  __m128d last = _mm_setr_pd(magn * starts.cosine[1], magn * starts.sine[1]);
   storePair(&dst[0].re, before);
   if (len > 1) storePair(&dst[1].re, last);
   ptrdiff_t n = 2;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <math.h>
 
+#include "core/simd/double_double.h"
 #include "gen/taper.h"
 #include "vek.h"
 
@@ -15,7 +16,7 @@ struct Rotation {
   double c, s, stepC, stepS;
 
   VEK_INLINE explicit Rotation(int len) : c(1), s(0) {
-    stepC = cos(kTwoPi / (len - 1));
+    stepC = sineCosine(kTwoPi / (len - 1)).cosine;
     stepS = sqrt(1 - stepC * stepC);
   }
   VEK_INLINE Group<double, 2> next() {
@@ -73,7 +74,7 @@ VEK_INLINE VekStatus closedWindow(const T* src, T* dst, int len, W window) {
 template <class T>
 VEK_INLINE VekStatus blackmanOpt(const T* src, T* dst, int len) {
   if (len < 4) return vekStsSizeErr;
-  const double ratio = 0.5 / cos(kPi / (len - 1));
+  const double ratio = 0.5 / sineCosine(kPi / (len - 1)).cosine;
   return closedWindow(src, dst, len, Blackman{float(-(ratio * ratio))});
 }
 

@@ -30,8 +30,8 @@ enum Kind { kBartlett, kHann, kHamming, kBlackman, kStd, kOpt, kKaiser };
 // The weights of the first half, by the recurrences that define them.
 std::vector<double> weights(Kind kind, int n, float alpha) {
   std::vector<double> w;
-  const double cosT = std::cos(6.283185307179586 / (n - 1)), sinT = std::sqrt(1 - cosT * cosT);
-  const double ratio = 0.5 / std::cos(3.141592653589793 / (n - 1));
+  const double cosT = double(cosl(6.283185307179586 / (n - 1))), sinT = std::sqrt(1 - cosT * cosT);
+  const double ratio = 0.5 / double(cosl(3.141592653589793 / (n - 1)));
   const double a = kind == kStd ? -0.16f : kind == kOpt ? float(-(ratio * ratio)) : alpha;
   double c = 1, s = 0, line = 0;
   for (int k = 0; k < n / 2; ++k) {

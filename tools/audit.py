@@ -11,7 +11,7 @@
   in place   every function of a slot that no slot object defines moves registers and jumps to its form with a
              destination of its own, in the same slot
   symbols    slot code defines no weak symbol, no load-time initialiser, no name outside its slot's namespace
-  levels     no instruction above the level that the slot's processors promise
+  levels     no instruction above the level that the slot's processors promise, none of the x87
 
 Before each check judges the build it is shown a fault of its kind and has to find it.
 """
@@ -52,6 +52,8 @@ def forbidden(slot, mnemonic, operands):
     flags = slots.flags(slot)
     if "%zmm" in operands or re.search(r"%[xy]mm(1[6-9]|2\d|3[01])|%k[0-7]\b", operands):
         return "AVX-512"
+    if re.match(r"f(?!xsave|xrstor)|emms", mnemonic) or re.search(r"%st\b|%mm[0-7]", operands):
+        return "x87, whose precision is the caller's"
     if words(NEVER).match(mnemonic) or mnemonic == "vpcmpgtq" and "-mavx" not in flags:
         return "not promised to any slot"
     if words(MOVBE).match(mnemonic):
@@ -89,6 +91,7 @@ def instructions(listing):
 def check_levels(objects):
     for slot, planted in (("mx", "pshufb"), ("y8", "vaddps"), ("e9", "vpermd"), ("l9", "popcnt"), ("n8", "pmulld")):
         assert forbidden(slot, planted, "%xmm0,%xmm1"), planted
+    assert forbidden("mx", "fldt", "(%rax)") and forbidden("l9", "movq", "%mm0,%rax")
     faults, count = [], 0
     for slot, path in objects:
         for mnemonic, operands in instructions(run("objdump", "-d", "--no-show-raw-insn", path)):

@@ -27,7 +27,8 @@ extern "C" {
  * The samples follow a recurrence in double precision and are rounded to single precision when stored. With
  * w = 2*pi*rFreq, c = 2*cos(w) and d = c*c - 2 the real form computes x[0] and x[1] from the cosine, x[n] = c*x[n-1] -
  * x[n-2] for n = 2 and 3, and x[n] = d*x[n-2] - x[n-4] from there on; the complex form computes elements 0 and 1 from
- * cosine and sine and the rest by x[n] = c*x[n-1] - x[n-2].
+ * cosine and sine and the rest by x[n] = c*x[n-1] - x[n-2]. These cosines and sines are rounded to nearest, alike on
+ * every processor and with every C library.
  *
  * @param pDst    len elements
  * @param magn    magnitude, above 0

@@ -61,7 +61,8 @@ VEK_API VekStatus veksSum_32s_Sfs(const Vek32s* pSrc, int len, Vek32s* pSum, int
 
 /**
  * @name Mean
- * *pMean = sum / len; sum and quotient in double, rounded once to single. A NaN among the elements gives NaN.
+ * *pMean = sum / len; sum and quotient in double, rounded once to single. A NaN among the elements gives NaN; each
+ * part of complex elements is a mean by itself, so that a NaN in one leaves the other finite.
  *
  * Real: rounded. Slot mx ignores the hint and adds whole groups of four into two partial sums by the parity of the
  * index, odd + even, then the rest one by one. Higher slots use 16 or 32 partial sums, and with vekAlgHintFast the fast

@@ -41,7 +41,8 @@ extern "C" {
  * sqrt(level^2 / m), in double precision with one rounding at the end, which sets the magnitude to the level and keeps
  * the phase. GT keeps an element with m <= level^2 and multiplies every other. Where m or level^2 leaves the range of
  * normal single-precision numbers, the factor is formed from squares in double precision, so that the magnitude still
- * comes out as the level.
+ * comes out as the level. A NaN in one part gives NaN in both. Of an element with an infinite part LT keeps all, and GT
+ * makes NaN of that part and zero of a finite one.
  * @{
  */
 VEK_API VekStatus veksThreshold_32f(const Vek32f* pSrc, Vek32f* pDst, int len, Vek32f level, VekCompareOp relOp);
@@ -100,7 +101,8 @@ VEK_API VekStatus veksThreshold_LTValGTVal_32f_I(Vek32f* pSrcDst, int len, Vek32
 /**
  * @name By magnitude
  * LTAbs: where |x| < level, the level with the sign of x (+level for both zeros); else x, NaN included. GTAbs: x
- * clamped to -level..level; NaN becomes +level. The magnitude of -2147483648 is 2147483648.
+ * clamped to -level..level; NaN becomes +level, and with level 0 both zeros become +0. The magnitude of -2147483648 is
+ * 2147483648.
  * @{
  */
 VEK_API VekStatus veksThreshold_LTAbs_32s(const Vek32s* pSrc, Vek32s* pDst, int len, Vek32s level);
@@ -121,7 +123,7 @@ VEK_API VekStatus veksThreshold_GTAbs_32f_I(Vek32f* pSrcDst, int len, Vek32f lev
  *
  * Complex: (re/m, -im/m) where m > level^2; elsewhere magnitude 1/level with the phase of the reciprocal, (1/level, 0)
  * for a zero element. With level 0 every element but zero gives its reciprocal; a zero element gives (+infinity, 0) and
- * the warning.
+ * the warning. A NaN in one part gives NaN in both; an infinite part gives NaN there and zero for a finite one.
  * @{
  */
 VEK_API VekStatus veksThreshold_LTInv_32f(const Vek32f* pSrc, Vek32f* pDst, int len, Vek32f level);

@@ -25,11 +25,13 @@ extern "C" {
  * - Blackman: (alpha + 1)/2 - 0.5*cos(n*theta) - (alpha/2)*cos(2*n*theta); `Std` has alpha = -0.16, `Opt` has alpha =
  *   -(0.5/cos(pi/(N - 1)))^2, both rounded to single precision
  * - Kaiser: I0(|alpha| * sqrt(n*(N - 1 - n))) / I0(|alpha| * (N - 1)/2), with the modified Bessel function of order
- *   zero by the approximations 9.8.1 and 9.8.2 of Abramowitz and Stegun, Handbook of Mathematical Functions
+ *   zero by the approximations 9.8.1 and 9.8.2 of Abramowitz and Stegun, Handbook of Mathematical Functions, in double
+ *   precision; the divisor's (N - 1)*alpha is rounded to single precision first
  *
  * The cosines advance by the rotation cos((n+1)t) = cos(nt)cos(t) - sin(nt)sin(t), sin((n+1)t) = sin(nt)cos(t) +
- * cos(nt)sin(t) in double precision, with sin(t) = sqrt(1 - cos(t)^2); cos(2nt) is 2*cos(nt)^2 - 1. For N = 3 Hann and
- * the Blackman windows store zeros at both ends; beyond it a NaN or an infinity there becomes NaN.
+ * cos(nt)sin(t) in double precision, from cos(t) rounded to nearest, alike with every C library, and sin(t) = sqrt(1 -
+ * cos(t)^2); cos(2nt) is 2*cos(nt)^2 - 1. For N = 3 Hann and the Blackman windows store zeros at both ends; beyond it a
+ * NaN or an infinity there becomes NaN.
  *
  * The source may be the destination; otherwise they must not overlap. Results are the same to the bit in every variant
  * slot and in both forms.

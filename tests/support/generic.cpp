@@ -13,6 +13,7 @@
 namespace vektest {
 
 int lengthScale = 1;
+int exactLength = 0;
 
 namespace {
 
@@ -37,6 +38,7 @@ int plainInt(const std::string& name) {
       {"value", 4},        {"valueLT", 6},    {"valueGT", 7}};
   static const std::set<std::string> scaled = {"len", "srcLen", "src1Len", "src2Len", "dstLen", "numIters", "tapsLen"};
   if (name == "maskSize") return 2 * lengthScale + 1;
+  if (exactLength && scaled.count(name)) return exactLength;
   const auto it = values.find(name);
   return it == values.end() ? 0 : it->second * (scaled.count(name) ? lengthScale : 1);
 }

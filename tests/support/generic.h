@@ -24,6 +24,8 @@ struct Parameter {
 // Lengths, of filters too, are this many times a dozen: 1 for the rules that hold at any length, more to get into the
 // paths that long vectors take.
 extern int lengthScale;
+// If not 0, what every length is, in their place; up to 40.
+extern int exactLength;
 
 // States and specs, made for one call and released with it.
 class Objects {
