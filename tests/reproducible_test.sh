@@ -9,7 +9,7 @@ kernel=CMakeFiles/vek_slot_l9.dir/vector/addc.cpp.o
 trap 'rm -rf "$work"' EXIT
 for place in one another/place; do
   mkdir -p "$work/$place"
-  tar -c -C "$here" CMakeLists.txt cmake core docs filter gen idx include stats tools transform vector | tar -x -C "$work/$place"
+  tar -c -C "$here" --exclude=./build* --exclude=./out --exclude=./.git . | tar -x -C "$work/$place"
   common="-G Ninja -DCMAKE_C_COMPILER=$1 -DCMAKE_CXX_COMPILER=$2 -DVEK_TESTS=OFF -DVEK_TOOLS=OFF -DVEK_EXAMPLES=OFF -DVEK_SLOTS=mx;l9"
   cmake -S "$work/$place" -B "$work/$place/full" $common -DCMAKE_BUILD_TYPE=Release > "$work/log"
   cmake --build "$work/$place/full" --target "$kernel" > "$work/log" || { cat "$work/log"; exit 1; }
