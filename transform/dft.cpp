@@ -26,8 +26,11 @@ struct DftSpec {
   DftSizes sizes;
   int64_t points;        // of the transform inside
   int64_t inner, table;  // offsets of the spec inside and of tables from this one
-  int64_t plane, used;   // elements of one, and where its rows end that lie a vector apart
+  int64_t plane;         // elements of one
+  int64_t narrow;
   PassPlan plan;
+  PassPlan columns;  // for many transforms side by side; empty if there is none
+  int64_t columnTable;
 };
 
 namespace {
@@ -50,6 +53,14 @@ FftKind fftKind(DftKind kind) {
 // Up to here sums are faster than a convolution.
 template <class T>
 constexpr int64_t kLongestSum = sizeof(T) == 4 ? 160 : 112;
+
+// The powers of two for which passes are faster than the engine of powers of two.
+template <class T>
+constexpr int64_t kLeastPassed = sizeof(T) == 4 ? 64 : 32;
+constexpr int64_t kMostPassed = 2048;
+
+// The longest transform that many of go side by side.
+constexpr int64_t kLongestColumn = 2048;
 
 // A length of at least n that transforms fast.
 int64_t convolutionPoints(int64_t n) {
@@ -99,7 +110,7 @@ void layOut(DftSpec& spec, DftKind kind, int64_t n) {
       end = layOutInner<T>(spec, complexKind(kind), n);
       spec.sizes.work += inLines(2 * n * size);
     }
-  } else if (isPow2(n)) {
+  } else if (isPow2(n) && (n < kLeastPassed<T> || n > kMostPassed)) {
     spec.method = kByPow2;
     end += inLines(fftTableSize(fftKind(kind), orderOf(n)));
   } else if (n <= kMaxRadix || (!isSmooth(n) && n <= kLongestSum<T>)) {
@@ -108,9 +119,9 @@ void layOut(DftSpec& spec, DftKind kind, int64_t n) {
   } else if (isSmooth(n)) {
     spec.method = kByPasses;
     spec.plan = planPasses<T>(n);
-    spec.used = planeSize<T>(spec.plan, n);
     // An odd number of lines keeps the two parts off the same lines of a cache.
-    spec.plane = (inLines((spec.used + kOverrun<T>)*size) | kLine) / size;
+    spec.plane = (inLines(planeSize<T>(spec.plan, n) * size) | kLine) / size;
+    spec.narrow = isNarrow<T>(spec.plan);
     spec.sizes.work = (spec.plan.count > 2 ? 4 : 2) * spec.plane * size;
     end += inLines(tableSize<T>(spec.plan) * size);
   } else {
@@ -120,6 +131,11 @@ void layOut(DftSpec& spec, DftKind kind, int64_t n) {
     // the tables are made in place, with room for the transform behind them
     end += inLines((m + n) * 2 * size) + spec.sizes.work;
     spec.sizes.work += inLines(2 * m * size);
+  }
+  if (!isReal(kind) && n > 1 && n <= kLongestColumn && isSmooth(n)) {
+    spec.columns = planColumns(n);
+    spec.columnTable = end;
+    end += inLines(placeColumnRoots(spec.columns, 0) * size);
   }
   spec.sizes.spec = end;
 }
@@ -138,10 +154,18 @@ int64_t gatheredCount(const DftSpec& spec) {
   return count < 1 ? 1 : count > kMostGathered ? kMostGathered : count;
 }
 
+// Elements of a plane of transforms side by side; an odd number of lines.
+template <class T>
+int64_t columnPlane(const DftSpec& spec) {
+  return (inLines(spec.length * kLanes<T> * int64_t(sizeof(T))) | kLine) / int64_t(sizeof(T));
+}
+
 template <class T>
 DftSizes outerSizes(const DftSpec& spec) {
   DftSizes s = spec.sizes;
   s.workMany = s.work + gatheredCount<T>(spec) * gatheredSize<T>(spec) * int64_t(sizeof(T)) + kLine;
+  const int64_t columns = spec.columns.count > 0 ? 4 * columnPlane<T>(spec) * int64_t(sizeof(T)) + kLine : 0;
+  if (s.workMany < columns) s.workMany = columns;
   s.spec += kLine;
   if (s.work > 0) s.work += kLine;
   return s;
@@ -150,6 +174,10 @@ DftSizes outerSizes(const DftSpec& spec) {
 template <class T>
 T* tableOf(const DftSpec* spec) {
   return reinterpret_cast<T*>(reinterpret_cast<uintptr_t>(spec) + uintptr_t(spec->table));
+}
+template <class T>
+T* columnTableOf(const DftSpec* spec) {
+  return reinterpret_cast<T*>(reinterpret_cast<uintptr_t>(spec) + uintptr_t(spec->columnTable));
 }
 const DftSpec* innerOf(const DftSpec* spec) {
   return reinterpret_cast<const DftSpec*>(reinterpret_cast<const uint8_t*>(spec) + spec->inner);
@@ -199,7 +227,7 @@ void place(DftSpec* spec, DftKind kind, int64_t n) {
       break;
     case kByPasses: {
       const UnitRoots roots(n);
-      fillRoots(table, spec->plan, n, roots);
+      fillRoots<kForRows>(table, spec->plan, n, roots);
       break;
     }
     default: {
@@ -213,6 +241,10 @@ void place(DftSpec* spec, DftKind kind, int64_t n) {
                                    reinterpret_cast<uint8_t*>(table) + inLines((m + n) * 2 * int64_t(sizeof(T))));
       }
     }
+  }
+  if (spec->columns.count > 0) {
+    const UnitRoots roots(n);
+    fillRoots<kForColumns>(columnTableOf<T>(spec), spec->columns, n, roots);
   }
 }
 
@@ -248,45 +280,112 @@ VEK_INLINE void withRadix(int radix, F f) {
   });
 }
 
-constexpr int64_t kShortRoom = kMaxRadix * 8 * 2;
+// Two planes.
+template <class T>
+struct Planes {
+  T* at;
+  int64_t im;
+};
+
+// Lanes that belong to no element compute as well: with leftovers of the heap they might compute with subnormal
+// numbers, at a snail's pace.
+template <class T>
+VEK_INLINE void clearBehind(Planes<T> planes, int64_t end, int64_t count) {
+  for (int64_t i = end; i < end + count; i += kLanes<T>) {
+    storeV(planes.at + i, Reg<T>{}), storeV(planes.at + planes.im + i, Reg<T>{});
+  }
+}
 
 template <Direction D, class T>
 void byPasses(const T* src, T* dst, const DftSpec* spec, T scale, T* work) {
+  constexpr int L = kLanes<T>;
   const PassPlan& plan = spec->plan;
-  const int64_t n = spec->length, im = spec->plane;
+  const int64_t n = spec->length;
   const T* const table = tableOf<T>(spec);
-  T *from = work, *to = work + 2 * im;
   const Pass &first = plan.at[0], &last = plan.at[plan.count - 1];
+  // The last pass but one ends in the work buffer. Where nothing reaches behind the data, and no power of two puts
+  // everything on the same lines of a cache, the destination is the other place between passes.
+  Planes<T> from = {work, spec->plane}, to = {work + 2 * spec->plane, spec->plane};
+  const bool odd = plan.count % 2 != 0;
+  if (!spec->narrow && n % 512 != 0 && !(odd && src == dst)) to = {dst, n};
+  if (odd) {
+    const Planes<T> t = from;
+    from = to, to = t;
+  }
   // What lies within a vector of the end of the caller's arrays is reached through a copy.
-  T room[2 * kShortRoom];
-  if (first.left < kLanes<T>) {
-    __builtin_memcpy(room, src, size_t(2 * n) * sizeof(T));
-    __builtin_memset(room + 2 * n, 0, 2 * kLanes<T> * sizeof(T));
-    src = room;
-  }
-  // Lanes that belong to no element compute as well: with leftovers of the heap they might compute with subnormal
-  // numbers, at a snail's pace.
-  if (first.left < kLanes<T> || last.radix < kLanes<T> || last.done < kLanes<T>) {
-    constexpr int64_t overrun = kOverrun<T>;
-    for (int i = 0; i < (plan.count > 2 ? 4 : 2); ++i) {
-      __builtin_memset(work + i * im + n, 0, overrun * sizeof(T));
-      __builtin_memset(work + i * im + spec->used, 0, overrun * sizeof(T));
+  T room[(kMaxRadix + 1) * 2 * L];
+  if (spec->narrow) {
+    if (first.left < L) {
+      __builtin_memcpy(room, src, size_t(2 * n) * sizeof(T));
+      __builtin_memset(room + 2 * n, 0, 2 * L * sizeof(T));
+      src = room;
     }
+    clearBehind(odd ? to : from, n, L);
+    if (plan.count > 2) clearBehind(odd ? from : to, n, L);
+    if (last.done < L)
+      clearBehind(odd ? to : from, last.done * pitchOf<T>(last.radix), (L - last.done) * pitchOf<T>(last.radix));
   }
-  withRadix<false>(first.radix, [&]<int R>() VEK_LAMBDA { firstPass<D, R>(src, from, im, first.left); });
+  withRadix<false>(first.radix, [&]<int R>() VEK_LAMBDA { firstPass<D, R>(src, from.at, from.im, first.left); });
   for (int i = 1; i + 1 < plan.count; ++i) {
     const Pass& p = plan.at[i];
+    withRadix<false>(p.radix, [&]<int R>() VEK_LAMBDA {
+      middlePass<R>(from.at, from.im, to.at, to.im, p.left, p.done, table + p.roots);
+    });
+    const Planes<T> t = from;
+    from = to, to = t;
+  }
+  T* const out = last.done < L ? room : dst;
+  withRadix<true>(last.radix, [&]<int R>() VEK_LAMBDA {
+    lastPass<D, R>(from.at, out, from.im, last.done, table + last.roots, scale);
+  });
+  if (out == dst) return;
+  const T* row = room;
+  for (T *at = dst, *end = dst + 2 * n; at < end; at += 2 * last.done, row += 2 * L) {
+    if (at + 2 * L <= end) {  // runs over into the next row
+      storeV(at, loadV(row)), storeV(at + L, loadV(row + L));
+    } else {
+      for (int64_t i = 0; i < 2 * last.done; ++i) at[i] = row[i];
+    }
+  }
+}
+
+// L transforms side by side, one in each lane.
+template <Direction D, class T>
+void byColumns(const T* src, T* dst, const DftSpec* spec, const DftBatch& b, T scale, T* work) {
+  constexpr int L = kLanes<T>;
+  const int64_t n = spec->length, im = columnPlane<T>(*spec);
+  const T* const table = columnTableOf<T>(spec);
+  T *from = work, *to = work + 2 * im;
+  const auto planes = [im](T* at) { return D == kForward ? Planes<T>{at, im} : Planes<T>{at + im, -im}; };
+  const Planes<T> x = planes(from);
+  for (int64_t e = 0; e < n; ++e) {
+    const T* const row = src + 2 * e * b.srcStride;
+    if (b.srcDistance == 1) {
+      const Complex<T> z = loadNatural(row);
+      storeV(x.at + e * L, z.re), storeV(x.at + x.im + e * L, z.im);
+    } else {
+      for (int t = 0; t < L; ++t) {
+        x.at[e * L + t] = row[2 * t * b.srcDistance], x.at[x.im + e * L + t] = row[2 * t * b.srcDistance + 1];
+      }
+    }
+  }
+  for (int i = 0; i < spec->columns.count; ++i) {
+    const Pass& p = spec->columns.at[i];
     withRadix<false>(p.radix,
-                     [&]<int R>() VEK_LAMBDA { middlePass<R>(from, to, im, p.left, p.done, table + p.roots); });
+                     [&]<int R>() VEK_LAMBDA { middlePass<R>(from, im, to, im, p.left * L, p.done, table + p.roots); });
     T* const t = from;
     from = to, to = t;
   }
-  T* const out = last.done < kLanes<T> ? room : dst;
-  withRadix<true>(last.radix,
-                  [&]<int R>() VEK_LAMBDA { lastPass<D, R>(from, out, im, last.done, table + last.roots, scale); });
-  if (out == dst) return;
-  for (int k = 0; k < last.radix; ++k) {
-    for (int64_t i = 0; i < 2 * last.done; ++i) dst[2 * last.done * k + i] = room[2 * kLanes<T> * k + i];
+  const Planes<T> y = planes(from);
+  const Reg<T> factor = splat(scale);
+  for (int64_t e = 0; e < n; ++e) {
+    T* const row = dst + 2 * e * b.dstStride;
+    const Complex<T> z = {loadV(y.at + e * L) * factor, loadV(y.at + y.im + e * L) * factor};
+    if (b.dstDistance == 1) {
+      storeNatural<T>(row, z);
+    } else {
+      for (int t = 0; t < L; ++t) row[2 * t * b.dstDistance] = z.re[t], row[2 * t * b.dstDistance + 1] = z.im[t];
+    }
   }
 }
 
@@ -428,9 +527,16 @@ VEK_NOINLINE void many(const T* src, T* dst, const DftSpec* spec, const DftBatch
     }
     return;
   }
+  int64_t done = 0;
+  if constexpr (W == kComplexData) {
+    for (; spec->columns.count > 0 && done + kLanes<T> <= b.count; done += kLanes<T>) {
+      byColumns<D>(src + 2 * done * b.srcDistance, dst + 2 * done * b.dstDistance, spec, b, scale,
+                   reinterpret_cast<T*>(aligned));
+    }
+  }
   T* const block = reinterpret_cast<T*>(aligned + spec->sizes.work);
   const int64_t each = gatheredSize<T>(*spec), most = gatheredCount<T>(*spec);
-  for (int64_t t = 0; t < b.count; t += most) {
+  for (int64_t t = done; t < b.count; t += most) {
     const int64_t count = b.count - t < most ? b.count - t : most;
     gather<in>(src + t * b.srcDistance * in, b.srcStride, b.srcDistance, block, each,
                W == kRealData && D == kInverse ? half : n, count);

@@ -73,29 +73,44 @@ VEK_INLINE void forEach(F f) {
   }
 }
 
-// Odd prime R: with the sums and differences of x[j] and x[R-j], bins k and R-k are a -+ i b of one pair of sums.
+// Odd prime R: with the sums and differences of x[j] and x[R-j], bins k and R-k are a -+ i b of one pair of sums. x[j]
+// holds the sum and x[R-j] the difference for j <= R/2. Fused, the second of the two bins comes from the first.
 template <int R, class T>
 VEK_INLINE void oddButterfly(Complex<T> (&x)[R]) {
   constexpr int h = R / 2;
   Complex<T> s[h], d[h];
 #pragma GCC unroll 8
-  for (int j = 0; j < h; ++j) s[j] = x[j + 1] + x[R - 1 - j], d[j] = x[j + 1] - x[R - 1 - j];
+  for (int j = 0; j < h; ++j) s[j] = x[j + 1], d[j] = x[R - 1 - j];
   const Complex<T> first = x[0];
 #pragma GCC unroll 8
   for (int j = 0; j < h; ++j) x[0] = x[0] + s[j];
 #pragma GCC unroll 8
   for (int k = 1; k <= h; ++k) {
-    Complex<T> a = first, b;
+    Complex<T> a = first, u, b;
 #pragma GCC unroll 8
     for (int j = 0; j < h; ++j) {
-      const Root w = kRootTable<R>.at[(j + 1) * k % R];
-      const Reg<T> c = splat(T(w.re)), n = splat(T(-w.im));
+      const Reg<T> c = splat(T(kRootTable<R>.at[(j + 1) * k % R].re));
       a = {mulAdd<T>(c, s[j].re, a.re), mulAdd<T>(c, s[j].im, a.im)};
-      b = j == 0 ? Complex<T>{n * d[j].re, n * d[j].im}
-                 : Complex<T>{mulAdd<T>(n, d[j].re, b.re), mulAdd<T>(n, d[j].im, b.im)};
     }
-    x[k] = {a.re + b.im, a.im - b.re};
-    x[R - k] = {a.re - b.im, a.im + b.re};
+    u = a;
+#pragma GCC unroll 8
+    for (int j = 0; j < h; ++j) {
+      const Reg<T> n = splat(T(-kRootTable<R>.at[(j + 1) * k % R].im));
+      if constexpr (kFma) {
+        u = {mulAdd<T>(n, d[j].im, u.re), negMulAdd<T>(n, d[j].re, u.im)};
+        if constexpr (h == 1) x[R - k] = {negMulAdd<T>(n, d[j].im, a.re), mulAdd<T>(n, d[j].re, a.im)};
+      } else {
+        b = j == 0 ? Complex<T>{n * d[j].re, n * d[j].im} : Complex<T>{b.re + n * d[j].re, b.im + n * d[j].im};
+      }
+    }
+    if constexpr (!kFma) {
+      x[k] = {a.re + b.im, a.im - b.re};
+      x[R - k] = {a.re - b.im, a.im + b.re};
+    } else {
+      const Reg<T> two = splat(T(2));
+      x[k] = u;
+      if constexpr (h > 1) x[R - k] = {mulAdd<T>(two, a.re, -u.re), mulAdd<T>(two, a.im, -u.im)};
+    }
   }
 }
 
@@ -171,6 +186,8 @@ VEK_INLINE void dftOf(Complex<T> (&x)[R]) {
   } else if constexpr (R == 15) {
     coprimeButterfly<5, 3>(x);
   } else {
+#pragma GCC unroll 8
+    for (int j = 1; j <= R / 2; ++j) plain(x[j], x[R - j]);
     oddButterfly(x);
   }
 }

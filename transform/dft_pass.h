@@ -59,6 +59,17 @@ VEK_INLINE Complex<T> loadNatural(const T* p) {
   }
 }
 
+template <class T>
+VEK_INLINE void storeNatural(T* p, Complex<T> x) {
+  const Reg<T> a = unpackLowV(x.re, x.im, T()), b = unpackHighV(x.re, x.im, T());
+  if constexpr (sizeof(Reg<T>) == 32) {
+    storeV(p, (Reg<T>)_mm256_permute2f128_si256((__m256i)a, (__m256i)b, 0x20));
+    storeV(p + kLanes<T>, (Reg<T>)_mm256_permute2f128_si256((__m256i)a, (__m256i)b, 0x31));
+  } else {
+    storeV(p, a), storeV(p + kLanes<T>, b);
+  }
+}
+
 // x[j] gets element `from + pitch kLaneOrder[p] + j` in lane p. Reads 16 bytes where fewer are used.
 template <int R, class T>
 VEK_INLINE void loadColumns(const T* from, int64_t pitch, Reg<T> (&x)[R]) {
@@ -108,9 +119,19 @@ VEK_INLINE void turnAndJoin(Roots<T> root, Load load, Store store) {
   } else {
     Complex<T> x[R];
     x[0] = load(0);
+    if constexpr (R == 6 || R == 9 || R == 15) {
 #pragma GCC unroll 16
-    for (int j = 1; j < R; ++j) x[j] = times(load(j), root(j - 1));
-    dftOf<R>(x);
+      for (int j = 1; j < R; ++j) x[j] = times(load(j), root(j - 1));
+      dftOf<R>(x);
+    } else {
+#pragma GCC unroll 8
+      for (int j = 1; j <= R / 2; ++j) {
+        x[j] = times(load(j), root(j - 1));
+        x[R - j] = load(R - j);
+        butterfly(x[j], x[R - j], root(R - j - 1));
+      }
+      oddButterfly(x);
+    }
 #pragma GCC unroll 16
     for (int k = 0; k < R; ++k) store(k, x[k]);
   }
@@ -136,7 +157,7 @@ VEK_NOINLINE void firstPass(const T* src, T* dst, int64_t im, int64_t s) {
 }
 
 template <int R, class T>
-VEK_NOINLINE void middlePass(const T* src, T* dst, int64_t im, int64_t s, int64_t m, const T* roots) {
+VEK_NOINLINE void middlePass(const T* src, int64_t srcIm, T* dst, int64_t dstIm, int64_t s, int64_t m, const T* roots) {
   const int64_t count = vectorsOf<T>(s), from = pitchOf<T>(R * s), to = pitchOf<T>(s);
   for (int64_t p = 0; p < m; ++p, roots += 2 * rootsOfRadix(R), src += from, dst += to) {
     for (int64_t i = 0; i < count; ++i) {
@@ -145,11 +166,11 @@ VEK_NOINLINE void middlePass(const T* src, T* dst, int64_t im, int64_t s, int64_
           SpreadRoots<T>{roots},
           [&](int j) VEK_LAMBDA {
             const T* at = src + q + s * j;
-            return Complex<T>{loadV(at), loadV(at + im)};
+            return Complex<T>{loadV(at), loadV(at + srcIm)};
           },
           [&](int k, Complex<T> y) VEK_LAMBDA {
             T* at = dst + q + to * m * k;
-            storeV(at, y.re), storeV(at + im, y.im);
+            storeV(at, y.re), storeV(at + dstIm, y.im);
           });
     }
   }

@@ -62,11 +62,16 @@ struct PassPlan {
   Pass at[kMostPasses];
 };
 
-// Time of a pass of a radix for a point, in some unit; 0: there is none.
-constexpr int kPassCost[kMaxRadix + 1] = {0, 0, 18, 23, 23, 36, 38, 51, 33, 48, 0, 84, 0, 100, 0, 70};
-// Products of several odd primes serve as last pass only, where they make rows that fill vectors.
-constexpr bool isLastRadix(int r) { return kPassCost[r] != 0 && r >= 5 && r != 6; }
-constexpr bool isOtherRadix(int r) { return kPassCost[r] != 0 && r != 15; }
+// Measured time of a pass of a radix for a point, as the first pass, one of the others and the last one, in some unit;
+// 0: there is none. Products of odd primes serve as last pass only, where they make rows that fill vectors.
+constexpr int kFirstCost[kMaxRadix + 1] = {0, 0, 100, 116, 109, 148, 128, 231, 142, 219, 0, 342, 0, 401};
+constexpr int kMiddleCost[kMaxRadix + 1] = {0, 0, 92, 110, 106, 174, 150, 245, 160, 242, 0, 356, 0, 398};
+constexpr int kLastCost[kMaxRadix + 1] = {0, 0, 0, 0, 0, 271, 0, 318, 265, 404, 0, 448, 0, 495, 0, 450};
+constexpr int kRowCost = 28;  // of a row of one vector, whose roots serve nothing else
+// What a transform pays for a pass, and for rows that are shorter than a vector, whatever its length.
+constexpr int kPassStart = 6000, kNarrowCost = 15000;
+constexpr bool isLastRadix(int r) { return kLastCost[r] != 0; }
+constexpr bool isOtherRadix(int r) { return kMiddleCost[r] != 0; }
 
 // Which radices a length is made of: the cheapest set, by trying the larger ones first.
 struct RadixSet {
@@ -80,14 +85,14 @@ inline void searchRadices(int64_t n, int largest, RadixSet& current, RadixSet& b
   }
   int bits = 0;  // none takes less time a bit than radix eight
   while (n >> bits > 1) ++bits;
-  if (current.cost + bits * kPassCost[8] / 3 >= best.cost || current.count == kMostPasses) return;
+  if (current.cost + bits * kMiddleCost[8] / 3 >= best.cost || current.count == kMostPasses) return;
   for (int r = largest; r >= 2; --r) {
     if (!isOtherRadix(r) || n % r != 0) continue;
     current.at[current.count++] = int8_t(r);
-    current.cost += kPassCost[r];
+    current.cost += kMiddleCost[r];
     searchRadices(n / r, r, current, best);
     --current.count;
-    current.cost -= kPassCost[r];
+    current.cost -= kMiddleCost[r];
   }
 }
 
@@ -103,10 +108,12 @@ double costOfOrder(const int8_t* radices, int count) {
     left /= r;
     const bool last = i + 1 == count;
     if (!(last ? isLastRadix(r) : isOtherRadix(r))) return -1;
-    // Beside its arithmetic a pass fetches roots for every row of vectors, or collects columns.
-    const double extra = i == 0 ? -10 : last ? 10 : 2 + 16.0 / double(vectorsOf<T>(left));
     const int64_t vectors = last ? vectorsOf<T>(done) : vectorsOf<T>(left) * done;
-    cost += double(vectors * kLanes<T> * r) * (kPassCost[r] + extra);
+    const double time = i == 0 ? kFirstCost[r]
+                        : last ? kLastCost[r]
+                               : kMiddleCost[r] + double(kRowCost) / double(vectorsOf<T>(left));
+    cost += double(vectors * kLanes<T> * r) * time + kPassStart;
+    if (last ? done < kLanes<T> : left < kLanes<T>) cost += kNarrowCost;
     done *= r;
   }
   return cost;
@@ -128,10 +135,13 @@ int64_t rootsOf(const Pass& p) {
   const int64_t each = 2 * rootsOfRadix(p.radix);
   return p.left == 1 ? vectorsOf<T>(p.done) * kLanes<T> * each : p.done * each;
 }
-// Elements of a plane that holds the data between passes; vectors may read or write as many again as kOverrun behind
-// them.
+// Rows of some pass, or what its lanes go over, are shorter than a vector.
 template <class T>
-constexpr int64_t kOverrun = kMaxRadix* kLanes<T>;
+bool isNarrow(const PassPlan& plan) {
+  const Pass& last = plan.at[plan.count - 1];
+  return plan.at[0].left < kLanes<T> || last.radix < kLanes<T> || last.done < kLanes<T>;
+}
+// Elements of a plane that holds the data between passes, and what vectors reach behind them.
 template <class T>
 int64_t planeSize(const PassPlan& plan, int64_t n) {
   int64_t most = n;
@@ -139,7 +149,7 @@ int64_t planeSize(const PassPlan& plan, int64_t n) {
     const int64_t s = plan.at[i].left, size = n / s * pitchOf<T>(s);
     if (size > most) most = size;
   }
-  return most;
+  return most + (kMaxRadix + 1) * kLanes<T>;
 }
 
 // Tries every radix of the set, and every product of two of them, as the last one, and every other as the first.
@@ -190,6 +200,31 @@ PassPlan planPasses(int64_t n) {
   }
   return plan;
 }
+// For transforms side by side, one in each lane: any order will do, and every root is the same for all lanes.
+inline PassPlan planColumns(int64_t n) {
+  RadixSet current, set;
+  current.cost = 0;
+  searchRadices(n, kMaxRadix, current, set);
+  PassPlan plan{};
+  int64_t done = 1, left = n;
+  for (int i = set.count - 1; i >= 0; --i) {
+    Pass& p = plan.at[plan.count++];
+    p.radix = set.at[i];
+    left /= p.radix;
+    p.done = done, p.left = left;
+    done *= p.radix;
+  }
+  return plan;
+}
+// Places the roots of its passes behind `offset` elements of other tables, and returns where they end.
+inline int64_t placeColumnRoots(PassPlan& plan, int64_t offset) {
+  for (int i = 0; i < plan.count; ++i) {
+    plan.at[i].roots = offset;
+    offset += plan.at[i].done * 2 * rootsOfRadix(plan.at[i].radix);
+  }
+  return offset;
+}
+
 template <class T>
 int64_t tableSize(const PassPlan& plan) {
   int64_t size = 0;
@@ -197,17 +232,19 @@ int64_t tableSize(const PassPlan& plan) {
   return size;
 }
 
-template <class T>
+enum RootLayout { kForRows, kForColumns };
+
+template <RootLayout W, class T>
 void fillRoots(T* table, const PassPlan& plan, int64_t n, const UnitRoots& roots) {
   constexpr int L = kLanes<T>;
-  for (int i = 1; i < plan.count; ++i) {
+  for (int i = W == kForRows ? 1 : 0; i < plan.count; ++i) {
     const Pass& pass = plan.at[i];
     const int each = rootsOfRadix(pass.radix);
     const auto root = [&](int64_t p, int k) {
       return roots(rootExponent(pass.radix, k, p, pass.done) * pass.left % n);
     };
     T* to = table + pass.roots;
-    if (pass.left > 1) {
+    if (W == kForColumns || pass.left > 1) {
       for (int64_t p = 0; p < pass.done; ++p) {
         for (int k = 0; k < each; ++k, to += 2) {
           const Root w = root(p, k);
