@@ -63,10 +63,12 @@ libdir=$(dirname "$(find "$work/usr" -name libvek.a)")
 flags=$(PKG_CONFIG_PATH=$libdir/pkgconfig pkg-config --cflags --libs vek vekx)
 cc -std=c99 "$here/consumer/client.c" -o "$work/client" $flags
 LD_LIBRARY_PATH=$libdir "$work/client"
-LD_LIBRARY_PATH=$libdir "$work/usr/bin/vek-info"
+mv "$work/usr" "$work/moved"
+"$work/moved/bin/vek-info"
+"$work/moved/bin/vek-selftest"
 # The headers alone, in the languages they promise.
 for language in "c c99" "c c11" "c++ c++17" "c++ c++20"; do
   set -- $language
   printf '#include <vekx.h>\n#include <vek.h>\n' |
-    cc -x "$1" -std="$2" -Wall -Wextra -Wpedantic -Werror -fsyntax-only -I"$work/usr/include" -
+    cc -x "$1" -std="$2" -Wall -Wextra -Wpedantic -Werror -fsyntax-only -I"$work/moved/include" -
 done

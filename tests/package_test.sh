@@ -23,6 +23,7 @@ usr=$work/root/usr
 libdir=$(dirname "$(find "$usr" -name libvek.a)")
 export LD_LIBRARY_PATH=$libdir
 "$usr/bin/vek-info"
+"$usr/bin/vek-selftest"
 export PKG_CONFIG_PATH=$libdir/pkgconfig
 cc -std=c99 tests/consumer/client.c -o "$work/client" $(pkg-config --cflags --libs vek vekx)
 "$work/client"

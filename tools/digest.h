@@ -13,6 +13,9 @@
 
 enum { kDigestLen = 1003 };
 
+/* The number. */
+#define VEK_DIGEST UINT64_C(0xb8970a8fb9236480)
+
 typedef union VekDigestData {
   Vek8u b[16 * kDigestLen];
   Vek8s c[16 * kDigestLen];

@@ -1,0 +1,29 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
+# vek-info's options, and that vek-selftest finds what is wrong. Argument: the directory of both.
+set -eu
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+info=$1/vek-info selftest=$1/vek-selftest
+
+slot=$("$info" --slot)
+"$info" | grep -q "^slot  *$slot: "
+"$info" --json | python3 -c 'import json, sys; sys.exit(json.load(sys.stdin)["slot"] != sys.argv[1])' "$slot"
+"$info" --version | grep -q '8\.0\.1'
+"$info" --help | grep -q '^usage: '
+for wrong in --what "--slot --json" ""; do
+  status=0
+  if [ -n "$wrong" ]; then "$info" $wrong 2>"$work/error" || status=$?; else "$info" "" 2>"$work/error" || status=$?; fi
+  [ $status = 2 ] && grep -q '^usage: ' "$work/error" || { echo "vek-info $wrong ended with $status"; exit 1; }
+done
+
+"$selftest" | grep -q "^slot $slot checked$"
+# A function of either kind that does nothing has to be noticed in every slot.
+for planted in "Not_8u the exact families" "Mean_32f veksMean_32f"; do
+  echo "int veks${planted%% *}(void) { return 0; }" | cc -shared -fPIC -x c - -o "$work/wrong.so"
+  status=0
+  LD_PRELOAD=$work/wrong.so "$selftest" >"$work/found" || status=$?
+  slots=$(grep -c ' checked$' "$work/found")
+  [ $status = 1 ] && [ "$(grep -c ": ${planted#* } " "$work/found")" -ge "$slots" ] ||
+    { cat "$work/found"; echo "veks${planted%% *} that does nothing went unnoticed"; exit 1; }
+done
