@@ -116,6 +116,7 @@ def parse(headers):
             parameters = [re.sub(r"\s*\*\s*", "* ", " ".join(p.split())) for p in raw]
             above = text[:m.start()]
             functions.append(Function(result, m.group(2), parameters, above.rfind(FIRST_IN_PLACE) > above.rfind("/**/")))
+            functions[-1].chapter = pathlib.Path(header).stem
     names = [f.name for f in functions]
     twice = sorted({n for n in names if names.count(n) > 1})
     if twice:
@@ -354,9 +355,12 @@ namespace vek {{
 
 
 def function_rows(library):
-    """One row a function for generic tests: VEK_FUNCTION(name, result, "kind name; ...")."""
-    lines = [HEAD]
+    """One row a function for generic tests: VEK_FUNCTION(name, result, "kind name; ..."); VEK_CHAPTER(name) if wanted."""
+    lines, chapter = [HEAD], None
     for f in library.dispatched:
+        if f.chapter != chapter:
+            chapter = f.chapter
+            lines.append(f"#ifdef VEK_CHAPTER\nVEK_CHAPTER({chapter})\n#endif")
         args = "; ".join(f"{'array' if p.is_array else 'plain'} {p.type} {p.name}" for p in f.parameters)
         lines.append(f'VEK_FUNCTION({f.name}, "{f.result}", "{args}")')
     return "\n".join(lines) + "\n"

@@ -26,6 +26,9 @@ struct Parameter {
 extern int lengthScale;
 // If not 0, what every length is, in their place; up to 40.
 extern int exactLength;
+// For timing: if not 0, what every length is. Filters have at most 32 taps then, and arrays begin where their regions
+// do.
+extern int timedLength;
 
 // States and specs, made for one call and released with it.
 class Objects {
@@ -33,16 +36,20 @@ class Objects {
   Objects() = default;
   Objects(const Objects&) = delete;
   Objects& operator=(const Objects&) = delete;
-  ~Objects() {
-    for (const auto& release : releases_) release();
-  }
+  ~Objects() { release(); }
   void keep(std::function<void()> release) { releases_.push_back(std::move(release)); }
+  void release() {
+    for (const auto& one : releases_) one();
+    abandon();
+  }
   // For a call that releases them itself.
   void abandon() { releases_.clear(); }
 
  private:
   std::vector<std::function<void()>> releases_;
 };
+
+size_t regionSize(const Parameter& p);
 
 // The memory of one call: a region for each parameter, arrays at an offset inside theirs.
 struct Arena {
@@ -71,8 +78,6 @@ struct Row {
   bool releases() const { return std::string(name).find("Free") != std::string::npos; }
   // Regions that hold addresses, which no two calls share.
   std::set<size_t> holdingAddresses() const;
-
- private:
   std::vector<Argument> arguments(Arena& arena) const;
 };
 
