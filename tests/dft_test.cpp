@@ -271,7 +271,7 @@ void roundTrip(size_t n) {
   EXPECT_LT(errorOf(z.data(), 1, numbers, 1), 2 * bound<T>(n)) << n;
 }
 TYPED_TEST(Dft, LongTransformsComeBack) {
-  for (const size_t n : {10007, 15015, 44100, 65536, 100000, 131072}) {
+  for (const size_t n : {10007, 15015, 44100, 65536, 100000, 131072, 270000, 524288}) {
     roundTrip<TypeParam, float>(n);
     roundTrip<TypeParam, double>(n);
   }

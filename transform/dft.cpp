@@ -54,6 +54,18 @@ FftKind fftKind(DftKind kind) {
 template <class T>
 constexpr int64_t kLongestSum = sizeof(T) == 4 ? 160 : 112;
 
+// And up to here faster than passes whose rows are shorter than a vector.
+template <class T>
+constexpr int64_t kLongestNarrowSum = kFma && sizeof(T) == 4 ? 31 : 0;
+
+// Whether sums are the way.
+template <class T>
+bool isSummed(int64_t n) {
+  if (n <= kMaxRadix) return true;
+  if (!isSmooth(n)) return n <= kLongestSum<T>;
+  return n <= kLongestNarrowSum<T> && isNarrow<T>(planPasses<T>(n));
+}
+
 // The powers of two for which passes are faster than the engine of powers of two.
 template <class T>
 constexpr int64_t kLeastPassed = sizeof(T) == 4 ? 64 : 32;
@@ -62,14 +74,14 @@ constexpr int64_t kMostPassed = 2048;
 // The longest transform that many of go side by side.
 constexpr int64_t kLongestColumn = 2048;
 
-// A length of at least n that transforms fast.
+// A length of at least n that transforms fast. Long powers of two take about two thirds of the time of others a point.
 int64_t convolutionPoints(int64_t n) {
-  constexpr int eighths[] = {8, 9, 10, 12, 14, 15};
+  constexpr int eighths[] = {9, 10, 12, 14, 15};
   int64_t best = 1;
   while (best < n) best *= 2;
   for (const int e : eighths) {
     const int64_t m = best / 16 * e;
-    if (m >= n && m < best) return m;
+    if (m >= n && (best <= 2 * kMostPassed || e <= 10)) return m;
   }
   return best;
 }
@@ -113,7 +125,7 @@ void layOut(DftSpec& spec, DftKind kind, int64_t n) {
   } else if (isPow2(n) && (n < kLeastPassed<T> || n > kMostPassed)) {
     spec.method = kByPow2;
     end += inLines(fftTableSize(fftKind(kind), orderOf(n)));
-  } else if (n <= kMaxRadix || (!isSmooth(n) && n <= kLongestSum<T>)) {
+  } else if (isSummed<T>(n)) {
     spec.method = kBySums;
     end += inLines(sumTableSize<T>(n) * size);
   } else if (isSmooth(n)) {
@@ -358,12 +370,15 @@ void byColumns(const T* src, T* dst, const DftSpec* spec, const DftBatch& b, T s
   T *from = work, *to = work + 2 * im;
   const auto planes = [im](T* at) { return D == kForward ? Planes<T>{at, im} : Planes<T>{at + im, -im}; };
   const Planes<T> x = planes(from);
-  for (int64_t e = 0; e < n; ++e) {
-    const T* const row = src + 2 * e * b.srcStride;
-    if (b.srcDistance == 1) {
+  if (b.srcDistance == 1) {
+    const T* row = src;
+    for (int64_t e = 0; e < n; ++e, row += 2 * b.srcStride) {
       const Complex<T> z = loadNatural(row);
       storeV(x.at + e * L, z.re), storeV(x.at + x.im + e * L, z.im);
-    } else {
+    }
+  } else {
+    for (int64_t e = 0; e < n; ++e) {
+      const T* const row = src + 2 * e * b.srcStride;
       for (int t = 0; t < L; ++t) {
         x.at[e * L + t] = row[2 * t * b.srcDistance], x.at[x.im + e * L + t] = row[2 * t * b.srcDistance + 1];
       }
@@ -378,13 +393,18 @@ void byColumns(const T* src, T* dst, const DftSpec* spec, const DftBatch& b, T s
   }
   const Planes<T> y = planes(from);
   const Reg<T> factor = splat(scale);
-  for (int64_t e = 0; e < n; ++e) {
-    T* const row = dst + 2 * e * b.dstStride;
-    const Complex<T> z = {loadV(y.at + e * L) * factor, loadV(y.at + y.im + e * L) * factor};
-    if (b.dstDistance == 1) {
-      storeNatural<T>(row, z);
-    } else {
-      for (int t = 0; t < L; ++t) row[2 * t * b.dstDistance] = z.re[t], row[2 * t * b.dstDistance + 1] = z.im[t];
+  if (b.dstDistance == 1) {
+    T* row = dst;
+    for (int64_t e = 0; e < n; ++e, row += 2 * b.dstStride) {
+      storeNatural<T>(row, {loadV(y.at + e * L) * factor, loadV(y.at + y.im + e * L) * factor});
+    }
+  } else {
+    for (int64_t e = 0; e < n; ++e) {
+      T* const row = dst + 2 * e * b.dstStride;
+      for (int t = 0; t < L; ++t) {
+        row[2 * t * b.dstDistance] = y.at[e * L + t] * scale;
+        row[2 * t * b.dstDistance + 1] = y.at[y.im + e * L + t] * scale;
+      }
     }
   }
 }
