@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The calling convention, for every function in every slot: what belongs to the caller is as it was, junk in the unused
 // parts of argument registers changes nothing, and the stack is used sparingly, which a thread with a small one proves.
+#include <errno.h>
 #include <pthread.h>
 
 #include "support/generic.h"
@@ -46,9 +47,12 @@ uint32_t vectorChecks() {
 
 // The rules that the call broke; empty if none.
 std::string broken(RawCall& call) {
+  constexpr int kErrno = 77;
   call.avx = vectorChecks();
+  errno = kErrno;
   vek_raw_call(&call);
   std::string rules;
+  if (errno != kErrno) rules += " errno";
   for (const uint64_t word : call.saved)
     if (word != kRawPattern) rules += " register";
   if (call.stackMoved != 0) rules += " stack_pointer";
@@ -79,6 +83,7 @@ TEST(CallingConvention, ItsTestCatchesEachCulprit) {
   expect("fpu_control", vek_culprit_fpu_control);
   expect("fpu_tags", vek_culprit_fpu_tags);
   expect("deep", vek_culprit_deep);
+  expect("errno", [] { errno = ERANGE; });
   if (vectorChecks()) expect("upper", vek_culprit_upper);
   RawCall call = rawCall(reinterpret_cast<const void*>(&vek_culprit_argument), {argumentOf(3)});
   EXPECT_EQ(broken(call), "");
@@ -95,16 +100,18 @@ const char* deepestName;
 // Findings are reported by the thread that has room for it.
 void callEveryFunction() {
   for (const Row& r : allRows()) {
-    Arena arena(r.parameters), usual(r.parameters);
+    Arena arena(r.parameters), other(r.parameters);
     RawCall call = r.raw(arena);
     std::string rules = broken(call);
     if (std::string(r.name).find("Malloc") != std::string::npos) veksFree(reinterpret_cast<void*>(call.result));
     if (r.releases()) arena.objects.abandon();
     if (r.returnsStatus && !r.releases()) {
-      if (r.call(usual, -1, -1, 0) != VekStatus(call.result)) rules += " status";
-      if (!arena.sameAs(usual, r.holdingAddresses())) rules += " results";
+      RawCall twin = r.rawTwin(other);
+      if (const std::string broke = broken(twin); !broke.empty()) rules += " twin:" + broke;
+      if (VekStatus(twin.result) != VekStatus(call.result)) rules += " status";
+      if (!arena.sameAs(other, r.holdingAddresses())) rules += " results";
       releaseMade(r.name, arena.regions[0].get());
-      releaseMade(r.name, usual.regions[0].get());
+      releaseMade(r.name, other.regions[0].get());
     }
     if (!rules.empty()) findings.push_back({r.name, rules});
     if (call.stackUsed > deepest.stackUsed) deepest = call, deepestName = r.name;
@@ -115,7 +122,7 @@ TEST(CallingConvention, EveryFunctionKeepsItOnASmallStack) {
   vectorChecks();
   allRows();
   inEverySlot([](int slot) {
-    for (const int scale : {1, 50}) {
+    for (const int scale : {1, 50, 420}) {  // 12, 600 and 5,040 elements
       lengthScale = scale;
       pthread_t thread;
       pthread_attr_t small;

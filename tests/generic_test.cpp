@@ -83,13 +83,16 @@ TEST(EveryFunction, HasATwinThatDoesTheSame) {
   inEverySlot([](int) {
     for (const Row& r : allRows()) {
       if (!r.returnsStatus || r.releases()) continue;
-      Arena a(r.parameters), b(r.parameters);
-      const VekStatus direct = r.call(a, -1, -1, 0), twin = r.callTwin(b);
-      EXPECT_EQ(direct, twin) << r.name;
-      EXPECT_GE(direct, 0) << r.name << " refused arguments that are meant to be good";
-      EXPECT_TRUE(a.sameAs(b, r.holdingAddresses())) << r.name;
-      releaseMade(r.name, a.regions[0].get());
-      releaseMade(r.name, b.regions[0].get());
+      for (int null = -1; null < int(r.parameters.size()); ++null) {
+        if (null >= 0 && r.parameters[size_t(null)].name != "pDlyLine") continue;
+        Arena a(r.parameters), b(r.parameters);
+        const VekStatus direct = r.call(a, null, -1, 0), twin = r.callTwin(b, null);
+        EXPECT_EQ(direct, twin) << r.name;
+        EXPECT_GE(direct, 0) << r.name << " refused arguments that are meant to be good";
+        EXPECT_TRUE(a.sameAs(b, r.holdingAddresses())) << r.name;
+        releaseMade(r.name, a.regions[0].get());
+        releaseMade(r.name, b.regions[0].get());
+      }
     }
   });
 }

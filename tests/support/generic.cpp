@@ -20,7 +20,7 @@ int timedLength = 0;
 size_t regionSize(const Parameter& p) {
   const bool buffer = p.name.find("Buffer") != std::string::npos;
   if (timedLength > 0) return size_t(timedLength) * (buffer ? 64 : 24) + (buffer ? 1 << 18 : 1024);
-  if (buffer) return lengthScale > 1 ? size_t(1) << 20 : size_t(1) << 18;
+  if (buffer) return size_t(1) << (lengthScale > 50 ? 22 : lengthScale > 1 ? 20 : 18);
   return 1024 * size_t(lengthScale);
 }
 
@@ -81,7 +81,9 @@ constexpr bool kOpaque = false;
 
 #include "generic_states.inc"
 
-constexpr size_t kIndex = 5;  // where arrays begin, in their own elements
+// Where the array of a region begins, in its own elements: elsewhere in each, lest twins mix up their indices
+// unnoticed.
+size_t beginning(size_t region) { return timedLength > 0 ? 0 : 5 + 2 * region; }
 
 template <class A>
 Argument argument(Arena& arena, size_t region, const Parameter& p) {
@@ -95,7 +97,7 @@ Argument argument(Arena& arena, size_t region, const Parameter& p) {
     } else if constexpr (std::is_void_v<T>) {
       return argumentOf(static_cast<void*>(nullptr));
     } else {
-      if (p.array) return argumentOf(memory + (timedLength > 0 ? 0 : kIndex) * sizeof(T), sizeof(T));
+      if (p.array) return argumentOf(memory + beginning(region) * sizeof(T), sizeof(T));
       arena.blank(region);
       return argumentOf(memory);
     }
@@ -170,19 +172,22 @@ VekStatus Row::call(Arena& arena, int null, int bad, int value) const {
 }
 
 // Each argument as the function gets it, but behind an array its index, with the base moved back by as much.
-VekStatus Row::callTwin(Arena& arena) const {
+RawCall Row::rawTwin(Arena& arena, int null) const {
   std::vector<Argument> all;
-  for (Argument a : arguments(arena)) {
-    if (a.element == 0) {
-      all.push_back(a);
-      continue;
-    }
+  const std::vector<Argument> direct = arguments(arena);
+  for (size_t i = 0; i < direct.size(); ++i) {
+    all.push_back(direct[i]);
+    if (direct[i].element == 0) continue;
     char* base;
-    memcpy(&base, a.bytes, sizeof base);
-    all.push_back(argumentOf(base - kIndex * a.element));
-    all.push_back(argumentOf(int(kIndex)));
+    memcpy(&base, direct[i].bytes, sizeof base);
+    all.back() = argumentOf(null == int(i) ? nullptr : base - beginning(i) * direct[i].element);
+    all.push_back(argumentOf(int(beginning(i))));
   }
-  RawCall c = rawCall(twin, all);
+  return rawCall(twin, all);
+}
+
+VekStatus Row::callTwin(Arena& arena, int null) const {
+  RawCall c = rawTwin(arena, null);
   vek_raw_call(&c);
   return VekStatus(c.result);
 }

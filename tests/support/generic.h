@@ -73,7 +73,9 @@ struct Row {
   // Calls the function with the pointer parameter `null` set to null (none for -1), and the int parameter `bad` set to
   // `value` (none for -1).
   VekStatus call(Arena& arena, int null, int bad, int value) const;
-  VekStatus callTwin(Arena& arena) const;
+  // The same through the twin; the array `null` (none for -1) is absent, though not its index.
+  RawCall rawTwin(Arena& arena, int null = -1) const;
+  VekStatus callTwin(Arena& arena, int null = -1) const;
 
   bool releases() const { return std::string(name).find("Free") != std::string::npos; }
   // Regions that hold addresses, which no two calls share.
