@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // Where every table leads while no slot is in force: chooses it and goes on with the call, whose table is in r11 and
 // whose arguments stay as they are, in registers and on the stack.
+#include <cet.h>
+
 	.text
 	.hidden vek_choose_slot
 	.hidden vek_variant_index
@@ -9,6 +11,7 @@
 	.type vek_first_call, @function
 vek_first_call:
 	.cfi_startproc
+	_CET_ENDBR
 .irp register, rdi, rsi, rdx, rcx, r8, r9, r11
 	pushq %\register
 	.cfi_adjust_cfa_offset 8

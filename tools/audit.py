@@ -4,10 +4,11 @@
 
   audit.py --library libvek.so --derived build/derived/vek
 
-  entries    every dispatched entry is exactly load, address, jump
+  entries    every dispatched entry is exactly mark, load, address, jump
   exports    the dynamic symbols are the dispatched functions, their twins and the plain functions, nothing else
   imports    the library needs libc and libm only, and of them only what is listed here
-  hardening  full RELRO, immediate binding, no executable stack, no text relocations
+  hardening  full RELRO, immediate binding, no executable stack, no text relocations; control flow protected (IBT, SHSTK);
+             no address of code where the loaded file stays writable
   in place   every function of a slot that no slot object defines moves registers and jumps to its form with a
              destination of its own, in the same slot
   symbols    slot code defines no weak symbol, no load-time initialiser, no name outside its slot's namespace
@@ -122,18 +123,18 @@ def check_symbols(objects):
     return faults, f"{count} symbols"
 
 
-ENTRY = re.compile(r"movslq\s+0x[0-9a-f]+\(%rip\),%rax [^;]*vek_variant_index[^;]*;"
+ENTRY = re.compile(r"endbr64;movslq\s+0x[0-9a-f]+\(%rip\),%rax [^;]*vek_variant_index[^;]*;"
                    r"lea\s+0x[0-9a-f]+\(%rip\),%r11 [^;]*vek_table_(\w+)[^;]*;jmp\s+\*\(%r11,%rax,8\);$")
 
 
 def entry_fault(name, body):
     m = ENTRY.match(body)
-    return None if m and m.group(1) == name else f"{name} is not load, address, jump: {body}"
+    return None if m and m.group(1) == name else f"{name} is not mark, load, address, jump: {body}"
 
 
 def check_entries(bodies, names):
-    good = ("movslq 0x1(%rip),%rax # 2 <vek_variant_index>;lea 0x1(%rip),%r11 # 3 <vek_table_f>;jmp *(%r11,%rax,8);")
-    assert not entry_fault("f", good) and entry_fault("f", "push %rbp;" + good) and entry_fault("g", good)
+    good = ("endbr64;movslq 0x1(%rip),%rax # 2 <vek_variant_index>;lea 0x1(%rip),%r11 # 3 <vek_table_f>;jmp *(%r11,%rax,8);")
+    assert not entry_fault("f", good) and entry_fault("f", "push %rbp;" + good) and entry_fault("f", good[8:]) and entry_fault("g", good)
     return [f for f in (entry_fault(n, bodies.get(n, "(absent)")) for n in names) if f], f"{len(names)} entries"
 
 
@@ -152,7 +153,7 @@ def function_bodies(library):
     return bodies
 
 
-MOVES_AND_JUMP = re.compile(r"((mov\w*|xchg|movap[sd]) %\w+,%\w+;)*jmp \w+ <([\w:]+)\(.*\)>;$")
+MOVES_AND_JUMP = re.compile(r"endbr64;((mov\w*|xchg|movap[sd]) %\w+,%\w+;)*jmp \w+ <([\w:]+)\(.*\)>;$")
 
 
 def in_place_fault(name, body):
@@ -162,7 +163,7 @@ def in_place_fault(name, body):
 
 
 def check_in_place(bodies, objects):
-    good, name = "mov %rdi,%rsi;jmp 10 <vek::l9::veksAbs_32f(float const*, float*, int)>;", "vek::l9::veksAbs_32f_I"
+    good, name = "endbr64;mov %rdi,%rsi;jmp 10 <vek::l9::veksAbs_32f(float const*, float*, int)>;", "vek::l9::veksAbs_32f_I"
     assert not in_place_fault(name, good) and in_place_fault("vek::mx::veksAbs_32f_I", good)
     assert in_place_fault(name, "push %rbp;" + good) and in_place_fault("vek::l9::veksAbs_32f", good)
     own = set(re.findall(r" T (vek::\w+::vek[sx]\w+)\(", run("nm", "-C", "--defined-only", *(p for _, p in objects))))
@@ -191,8 +192,22 @@ def check_imports(library):
     return faults(needed, undefined), f"{len(undefined)} imports"
 
 
+def writable_code_addresses(segments, relocations):
+    """Where a relocation puts an address of code, or one that another file may define, outside what becomes read-only."""
+    ranges = [(kind, int(at, 16), int(at, 16) + int(size, 16), flags) for kind, at, size, flags in
+              re.findall(r"^\s*(LOAD|GNU_RELRO)\s+0x\w+\s+(0x\w+)\s+0x\w+\s+0x\w+\s+(0x\w+)\s+(.*?)\s+0x", segments, re.M)]
+
+    def inside(address, kind, flag):
+        return any(k == kind and low <= address < high and flag in flags for k, low, high, flags in ranges)
+
+    found = re.findall(r"^(\w{16})\s+\w+\s+R_X86_64_(\w+)\s+(.*)$", relocations, re.M)
+    return [f"writable address of code at {where}" for where, kind, rest in found
+            if not inside(int(where, 16), "GNU_RELRO", "R")
+            and (kind != "RELATIVE" or inside(int(rest.split()[-1], 16), "LOAD", "E"))]
+
+
 def check_hardening(library):
-    def faults(segments, dynamic):
+    def faults(segments, dynamic, notes):
         out = []
         if not re.search(r"GNU_STACK.*\sRW\s", segments):
             out.append("executable stack")
@@ -206,12 +221,21 @@ def check_hardening(library):
             out.append("text relocations")
         if f"[{soname}]" not in dynamic:
             out.append("soname")
+        if not re.search(r"x86 feature:.*IBT.*SHSTK", notes):
+            out.append("control flow unprotected")
         return out
 
     # The file has the whole version in its name, the library asks for what comes before its first point.
     soname = re.match(r"\w+\.so\.\d+", pathlib.Path(library).resolve().name)[0]
-    assert len(faults("GNU_STACK 0 RWE 0", "TEXTREL")) == 5
-    return faults(run("readelf", "-lW", library), run("readelf", "-dW", library)), "ELF flags"
+    assert len(faults("GNU_STACK 0 RWE 0", "TEXTREL", "x86 feature: SHSTK")) == 6
+    planted = ("LOAD 0x0 0x1000 0x1000 0x100 0x100 R E 0x1000\nLOAD 0x0 0x2000 0x2000 0x200 0x200 RW  0x1000\n"
+               "GNU_RELRO 0x0 0x2000 0x2000 0x100 0x100 R   0x1\n")
+    row = "%016x  000000000008 R_X86_64_RELATIVE  %x\n"
+    assert not writable_code_addresses(planted, row % (0x2010, 0x1010) + row % (0x2110, 0x2120))
+    assert writable_code_addresses(planted, row % (0x2110, 0x1010))
+    segments, relocations = run("readelf", "-lW", library), run("readelf", "-rW", library)
+    found = faults(segments, run("readelf", "-dW", library), run("readelf", "-nW", library))
+    return found + writable_code_addresses(segments, relocations), "ELF flags, relocations"
 
 
 def main():

@@ -203,7 +203,7 @@ def idx_source(library):
 
 def entries(library):
     lines = [HEAD + "// Each entry loads the slot, takes its table and jumps, with the caller's arguments and stack untouched.",
-             "\t.text", "\t.hidden vek_variant_index"]
+             "#include <cet.h>\n\n\t.text", "\t.hidden vek_variant_index"]
     for f in library.dispatched:
         lines.append(f"""
 	.p2align 4
@@ -212,6 +212,7 @@ def entries(library):
 	.hidden vek_table_{f.name}
 {f.name}:
 	.cfi_startproc
+	_CET_ENDBR
 	movslq vek_variant_index(%rip), %rax
 	leaq vek_table_{f.name}(%rip), %r11
 	jmpq *(%r11,%rax,8)
