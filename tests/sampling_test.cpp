@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <limits.h>
+
 #include <complex>
 
 #include "tests/support/data.h"
@@ -52,6 +54,25 @@ TYPED_TEST(Sample, everyFactorPhaseAndLength) {
           ASSERT_TRUE(down.intact() && count == int(kept.size()) && p == next - n) << factor << " " << phase;
         }
       }
+  });
+}
+
+// Sums and products with such factors go beyond 32 bits.
+TYPED_TEST(Sample, downByFactorsThatHardlyFitAnInt) {
+  using T = TypeParam;
+  inEverySlot([](int) {
+    for (const int factor : {INT_MAX, INT_MAX - 1, INT_MAX / 2 + 1, INT_MAX / 2})
+      for (const int n : {1, 2, 3, 40})
+        for (const int phase : {0, 1, n - 1, n, factor - n, factor - 2, factor - 1}) {
+          const std::vector<T> x = randomVector<T>(size_t(n));
+          const size_t kept = phase < n;
+          Guarded<T> src(x), down(kept);
+          int count = -1, p = phase;
+          ASSERT_EQ(samplers<T>().down(src, n, down, &count, factor, &p), vekStsNoErr);
+          const int64_t next = int64_t(phase) + (kept ? factor : 0) - n;
+          ASSERT_TRUE(size_t(count) == kept && p == next && down.intact()) << factor << " " << phase << " " << n;
+          if (kept) ASSERT_TRUE(sameVectors(down.values(), {x[size_t(phase)]}));
+        }
   });
 }
 

@@ -216,11 +216,10 @@ void dctDirect(const float* x, float* y, const DctSpec* spec, float* work, bool 
   // Given a spec of the other direction, a table for this one is made for the call.
   struct {
     DctSpec spec;
-    float table[4 * kDctDirectLimit + kChains * L];
+    float table[4 * kDctDirectLimit + L];
   } other;
   if (bool(spec->forward) != forward) {
     other.spec = *spec;
-    __builtin_memset(other.table, 0, sizeof other.table);
     buildDirect(&other.spec, forward);
     spec = &other.spec;
   }
@@ -230,6 +229,7 @@ void dctDirect(const float* x, float* y, const DctSpec* spec, float* work, bool 
 void buildDirect(DctSpec* spec, bool forward) {
   float* table = spec->table = reinterpret_cast<float*>(spec + 1);
   const int len = spec->len, half = len / 2, more = len - half, period = 4 * len;
+  __builtin_memset(table, 0, (4 * size_t(len) + L) * sizeof(float));  // what packs past the end of a table compute on
   const auto put = [&](float* cosine, int64_t m) {  // cos and sin of m theta, the sine one table further on
     const double angle = double(m % period) * (kTwoPi / period);
     cosine[0] = float(cos(angle));
