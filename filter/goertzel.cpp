@@ -17,7 +17,7 @@ struct Rotation {
   double c, s;
 };
 VEK_INLINE Rotation rotation(Vek32f rFreq) {
-  const Direction w = sineCosine(double(rFreq) * 6.283185307179586);
+  const SineAndCosine<double> w = sineCosine(double(rFreq) * 6.283185307179586);
   return {w.cosine, w.sine};
 }
 
@@ -25,14 +25,14 @@ VEK_INLINE Rotation rotation(Vek32f rFreq) {
 // it is kept to more than double precision until the end.
 template <int Doublings>
 VEK_INLINE Rotation repeated(Rotation w) {
-  DoubleDouble c = {broadcast(w.c), zeros<double>()}, s = {broadcast(w.s), zeros<double>()};
+  DoubleDouble<double> c = {w.c, 0}, s = {w.s, 0};
 #pragma GCC unroll 4
   for (int i = 0; i < Doublings; ++i) {
-    const DoubleDouble next = c * c + -(s * s);
+    const DoubleDouble<double> next = c * c + -(s * s);
     s = (c + c) * s;
     c = next;
   }
-  return {lanesOf(c.hi)[0], lanesOf(s.hi)[0]};
+  return {c.hi, s.hi};
 }
 
 struct Complex {

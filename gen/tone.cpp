@@ -17,8 +17,8 @@ struct Starts {
   Lanes<double> sine, cosine;
   VEK_INLINE Starts(double phase, double omega) {
     alignas(32) const double angle[4] = {phase, phase + omega, omega, omega};
-    const SineCosine y = sineCosine(load(angle));
-    sine = lanesOf(y.sine), cosine = lanesOf(y.cosine);
+    const SineCosine y = sineCosine(DoubleDouble<Pack<double>>{load(angle), zeros<double>()});
+    sine = lanesOf(y.sine.hi), cosine = lanesOf(y.cosine.hi);
   }
 };
 

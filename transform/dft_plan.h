@@ -3,14 +3,14 @@
 #ifndef VEK_TRANSFORM_DFT_PLAN_H
 #define VEK_TRANSFORM_DFT_PLAN_H
 
+#include "core/simd/double_double.h"
 #include "transform/dft.h"
 #include "transform/dft_pass.h"
 
 namespace vek::VEK_SLOT {
 namespace {
 
-// exp(-2 pi i k / n) for 0 <= k < n: products of two to four roots in long double, which are right to the last bit of
-// a double whatever the C library's sine does with it.
+// exp(-2 pi i k / n) for 0 <= k < n: products of two to four roots of twice a double's precision, rounded once.
 class UnitRoots {
  public:
   explicit UnitRoots(int64_t n) {
@@ -18,11 +18,10 @@ class UnitRoots {
     while (int64_t(1) << bits < n) ++bits;
     levels_ = bits <= 14 ? 2 : bits <= 21 ? 3 : 4;
     bits_ = (bits + levels_ - 1) / levels_;
-    const long double unit = 6.283185307179586476925286766559005768L / (long double)(n);
     for (int l = 0; l < levels_; ++l) {
       for (int64_t d = 0; d < int64_t(1) << bits_ && d << (bits_ * l) < n; ++d) {
-        const long double angle = unit * (long double)(d << (bits_ * l));
-        at_[l][d] = {cosl(angle), -sinl(angle)};
+        const auto w = sineCosine(turns(double(d << (bits_ * l)), double(n)));
+        at_[l][d] = {w.cosine, -w.sine};
       }
     }
   }
@@ -33,15 +32,21 @@ class UnitRoots {
       const int64_t d = k >> (bits_ * l) & mask;
       if (d == 0) continue;
       const Long w = at_[l][d];
-      r = {r.re * w.re - r.im * w.im, r.re * w.im + r.im * w.re};
+      r = {r.re * w.re + -(r.im * w.im), r.re * w.im + r.im * w.re};
     }
-    return {double(r.re), double(r.im)};
+    return {r.re.hi, r.im.hi};
   }
 
  private:
   struct Long {
-    long double re, im;
+    DoubleDouble<double> re, im;
   };
+  // 2 pi a / b for integers.
+  static DoubleDouble<double> turns(double a, double b) {
+    const double q = a / b;
+    const DoubleDouble<double> p = productOf(q, b), part = sumOfOrdered(q, ((a - p.hi) - p.lo) / b);
+    return DoubleDouble<double>{0x1.921FB54442D18p2, 0x1.1A62633145C07p-52} * part;
+  }
   int levels_, bits_;
   Long at_[4][128];
 };
