@@ -199,14 +199,6 @@ enum Part { kRe, kIm };
 template <Direction D, class T>
 void transformComplex(const T* src, T* dst, const DftSpec* spec, T scale, uint8_t* work);
 
-template <class T>
-void fillPairRoots(T* table, int64_t n) {
-  const UnitRoots roots(n);
-  for (int64_t k = 0; k <= n / 4; ++k) {
-    const Root w = roots(k);
-    table[2 * k] = T(w.re), table[2 * k + 1] = T(w.im);
-  }
-}
 // The spectrum of the conjugate chirp over m points, and the chirp: exp(-pi i j^2 / n).
 template <class T>
 void fillChirp(T* table, int64_t n, int64_t m) {
@@ -245,7 +237,10 @@ void place(DftSpec* spec, DftKind kind, int64_t n) {
     default: {
       DftSpec* const inner = const_cast<DftSpec*>(innerOf(spec));
       place<T>(inner, complexKind(kind), spec->points);
-      if (spec->method == kRealByPairs) fillPairRoots(table, n);
+      if (spec->method == kRealByPairs) {
+        const UnitRoots roots(n);
+        fillPairRoots(table, n / 2, roots);
+      }
       if (spec->method == kByChirp) {
         const int64_t m = spec->points;
         fillChirp(table, n, m);

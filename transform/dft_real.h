@@ -9,7 +9,24 @@
 namespace vek::VEK_SLOT {
 namespace {
 
-// The roots w^k, k <= h/2, as pairs.
+// The table: w^k from k = 1 to h/2, block by block for the vectors of pairs k, h-k that there are, then as pairs.
+template <class T>
+constexpr int64_t pairVectors(int64_t h) {
+  return h < 1 ? 0 : (h - 1) / 2 / kLanes<T>;
+}
+template <class T, class F>
+void fillPairRoots(T* table, int64_t h, F root) {
+  constexpr int L = kLanes<T>;
+  int64_t k = 1;
+  for (; k <= pairVectors<T>(h) * L; k += L, table += 2 * L) {
+    for (int lane = 0; lane < L; ++lane) storeRoot(table, lane, root(k + kLaneOrder<T>[lane]));
+  }
+  for (; 2 * k <= h; ++k, table += 2) {
+    const Root w = root(k);
+    table[0] = T(w.re), table[1] = T(w.im);
+  }
+}
+
 template <class T>
 struct HalfPair {
   T re, im;
@@ -24,16 +41,17 @@ template <class T>
 VEK_NOINLINE void spectrumFromPairs(T* z, int64_t h, const T* roots) {
   constexpr int L = kLanes<T>;
   const T re = z[0], im = z[1];
+  const int64_t vectors = pairVectors<T>(h) * L;
   int64_t k = 1;
-  for (; 2 * (k + L) <= h + 1; k += L) {
+  for (; k <= vectors; k += L, roots += 2 * L) {
     T *const low = z + 2 * k, *const high = z + 2 * (h - k);
-    const Complex<T> a = loadInterleaved(low), b = loadReversed(high), w = loadInterleaved(roots + 2 * k);
+    const Complex<T> a = loadInterleaved(low), b = loadReversed(high), w = loadBlock(roots);
     const Complex<T> e = {a.re + b.re, a.im - b.im}, o = {a.im + b.im, b.re - a.re}, t = times(o, w);
     storeInterleaved<T>(low, e + t);
     storeReversed<T>(high, {e.re - t.re, t.im - e.im});
   }
-  for (; 2 * k <= h; ++k) {
-    const HalfPair<T> a = pairAt(z, k), b = pairAt(z, h - k), w = pairAt(roots, k);
+  for (; 2 * k <= h; ++k, roots += 2) {
+    const HalfPair<T> a = pairAt(z, k), b = pairAt(z, h - k), w = pairAt(roots, 0);
     const T er = a.re + b.re, ei = a.im - b.im, pr = a.im + b.im, pi = b.re - a.re;
     const T tr = pr * w.re - pi * w.im, ti = pr * w.im + pi * w.re;
     z[2 * k] = er + tr, z[2 * k + 1] = ei + ti;
@@ -48,16 +66,17 @@ template <class T>
 VEK_NOINLINE void pairsFromSpectrum(const T* x, T* z, int64_t h, const T* roots) {
   constexpr int L = kLanes<T>;
   const T first = x[0], last = x[2 * h];
+  const int64_t vectors = pairVectors<T>(h) * L;
   int64_t k = 1;
-  for (; 2 * (k + L) <= h + 1; k += L) {
+  for (; k <= vectors; k += L, roots += 2 * L) {
     const Complex<T> a = loadInterleaved(x + 2 * k), b = loadReversed(x + 2 * (h - k));
-    const Complex<T> w = loadInterleaved(roots + 2 * k);
+    const Complex<T> w = loadBlock(roots);
     const Complex<T> e = {a.re + b.re, a.im - b.im}, d = {a.re - b.re, a.im + b.im}, o = timesConj(d, w);
     storeInterleaved<T>(z + 2 * k, {e.re - o.im, e.im + o.re});
     storeReversed<T>(z + 2 * (h - k), {e.re + o.im, o.re - e.im});
   }
-  for (; 2 * k <= h; ++k) {
-    const HalfPair<T> a = pairAt(x, k), b = pairAt(x, h - k), w = pairAt(roots, k);
+  for (; 2 * k <= h; ++k, roots += 2) {
+    const HalfPair<T> a = pairAt(x, k), b = pairAt(x, h - k), w = pairAt(roots, 0);
     const T er = a.re + b.re, ei = a.im - b.im, dr = a.re - b.re, di = a.im + b.im;
     const T pr = dr * w.re + di * w.im, pi = di * w.re - dr * w.im;
     z[2 * k] = er - pi, z[2 * k + 1] = ei + pr;
