@@ -6,7 +6,7 @@
 int main(int argc, char** argv) {
   for (const vekbench::Adversary& a : vekbench::adversaries())
     for (auto& [label, slot] : vekbench::slotsToTime()) {
-      vekbench::registerRow("adversarial_" + a.name + "/" + label + "-random", a.elements, slot, a.ordinary);
+      vekbench::registerRow("adversarial_" + a.name + "_random/" + label, a.elements, slot, a.ordinary);
       vekbench::registerRow("adversarial_" + a.name + "/" + label, a.elements, slot, a.hostile);
     }
   return vekbench::runAll(argc, argv);

@@ -60,7 +60,7 @@ void addStream(std::vector<Stream>& all, const std::string& name, int down, int 
 
 template <class State, class Tap, class Data, class Init, class Rates, class Run, class InPlace>
 void addFir(std::vector<Stream>& all, const std::string& suffix, Init init, Rates rates, Run run, InPlace inPlace) {
-  for (const int taps : {1, 3, 20, 100, 300}) {
+  for (const int taps : {1, 3, 20, 100, 600}) {
     std::vector<Tap> h;
     for (int k = 0; k < taps; ++k) h.push_back(tap<Tap>(cos(k * 0.7) / (k + 2), sin(k * 0.9) / (k + 3)));
     addStream<State, Data>(
@@ -70,7 +70,9 @@ void addFir(std::vector<Stream>& all, const std::string& suffix, Init init, Rate
     for (const auto& [up, down] : {std::pair(3, 2), std::pair(1, 2), std::pair(2, 7), std::pair(4, 1)})
       addStream<State, Data>(
           all, "fir" + suffix + " by " + std::to_string(up) + "/" + std::to_string(down), down, up,
-          [=](State** s) { return rates(s, h.data(), taps, up, up - 1, down, down / 2, nullptr, memory().data()); },
+          [=, up = up, down = down](State** s) {
+            return rates(s, h.data(), taps, up, up - 1, down, down / 2, nullptr, memory().data());
+          },
           run, inPlace);
   }
 }
