@@ -4,8 +4,8 @@
 #include <errno.h>
 #include <pthread.h>
 
-#include "support/generic.h"
-#include "support/slots.h"
+#include "tests/support/generic.h"
+#include "tests/support/slots.h"
 
 extern "C" {
 void vek_culprit_register();

@@ -1,12 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 // Division: the quotients of integers step by step as they are defined, zero divisors and their warning, floats.
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <climits>
 
-#include "support/data.h"
-#include "support/slots.h"
+#include "tests/support/shapes.h"
 
 namespace {
 
@@ -46,16 +43,11 @@ std::vector<int> scaleFactors() {
 template <class T, class F, class Call>
 void checkQuotients(Call call, const std::vector<T>& d, const std::vector<T>& x, const std::vector<int>& factors) {
   const bool anyZero = std::find(d.begin(), d.end(), T(0)) != d.end();
+  const auto shapes = Shapes(d, x).returns(anyZero ? vekStsDivByZero : vekStsNoErr);
   for (int s : factors) {
     const F m = multiplier<F>(s);
-    std::vector<T> want(x.size());
-    for (size_t i = 0; i < x.size(); ++i) want[i] = quotient<T, F>(x[i], d[i], m);
-    inEverySlot([&](int) {
-      std::vector<T> got(x.size());
-      ASSERT_EQ(call(d.data(), x.data(), got.data(), int(x.size()), s), anyZero ? vekStsDivByZero : vekStsNoErr);
-      ASSERT_TRUE(sameVectors(got, want)) << "scale factor " << s;
-    });
-    if (testing::Test::HasFatalFailure()) return;
+    shapes.values([=](auto* a, auto* b, T* to, int n) { return call(a, b, to, n, s); },
+                  each([=](T a, T b) { return quotient<T, F>(b, a, m); }));
   }
 }
 
@@ -89,33 +81,24 @@ TEST(Division, Words32) {
   checkQuotients<Vek32s, double>(veksDiv_32s_Sfs, d, x, {0, 1, -3});
 }
 
-template <class T, class Call, class CallInPlace>
-void checkConstant(Call call, CallInPlace inPlace, const std::vector<T>& divisors) {
+template <class T, class Call>
+void checkConstant(Call call, const std::vector<T>& divisors) {
   std::vector<T> x(sizeof(T) == 1 ? 256 : 65536);
   for (size_t i = 0; i < x.size(); ++i) x[i] = T(i);
+  const Shapes shapes(x);
   for (T d : divisors)
     for (int s : scaleFactors()) {
-      volatile float f = multiplier<float>(s) / float(d);
-      std::vector<T> want(x.size());
-      for (size_t i = 0; i < x.size(); ++i) {
-        volatile float q = float(x[i]) * f;
-        want[i] = rounded<T, float>(q);
-      }
-      inEverySlot([&](int) {
-        std::vector<T> got(x.size()), same = x;
-        ASSERT_EQ(call(x.data(), d, got.data(), int(x.size()), s), vekStsNoErr);
-        ASSERT_EQ(inPlace(d, same.data(), int(x.size()), s), vekStsNoErr);
-        ASSERT_TRUE(sameVectors(got, want)) << "divisor " << int(d) << " scale factor " << s;
-        ASSERT_TRUE(sameVectors(same, want));
-      });
+      const float f = multiplier<float>(s) / float(d);
+      shapes.values([=](auto* a, T* to, int n) { return call(a, d, to, n, s); },
+                    each([=](T a) { return rounded<T, float>(float(a) * f); }));
     }
 }
 
 TEST(Division, ByIntegerConstants) {
   std::vector<Vek8u> bytes;
   for (int d = 1; d < 256; d += 14) bytes.push_back(Vek8u(d));
-  checkConstant<Vek8u>(veksDivC_8u_Sfs, veksDivC_8u_ISfs, bytes);
-  checkConstant<Vek16s>(veksDivC_16s_Sfs, veksDivC_16s_ISfs, {1, -1, 3, 7, -10, -32768, 32767});
+  checkConstant<Vek8u>(veksDivC_8u_Sfs, bytes);
+  checkConstant<Vek16s>(veksDivC_16s_Sfs, {1, -1, 3, 7, -10, -32768, 32767});
 }
 
 uint32_t word(float x) {
@@ -158,11 +141,8 @@ Vek32fc complexQuotient(Vek32fc b, Vek32fc a) {
 }
 
 TEST(Division, ComplexFloats) {
-  const std::vector<float> parts = mixedVector<float>(8000);
   const int n = 2000;
-  std::vector<Vek32fc> d(n), x(n), want(n);
-  memcpy(d.data(), parts.data(), n * sizeof(Vek32fc));
-  memcpy(x.data(), parts.data() + 2 * n, n * sizeof(Vek32fc));
+  std::vector<Vek32fc> d = mixedVector<Vek32fc>(n), x = mixedVector<Vek32fc>(n), want(n);
   d[7] = {0, -0.0f}, d[13] = {1e-30f, 1e-30f};  // zero, and zero by underflow
   for (int i = 0; i < n; ++i) want[i] = complexQuotient(x[i], d[i]);
   inEverySlot([&](int) {

@@ -1,112 +1,67 @@
 // SPDX-License-Identifier: Apache-2.0
 // Float arithmetic against scalar IEEE arithmetic, special values included, every operation rounded on its own.
-#include <gtest/gtest.h>
-
-#include "support/data.h"
-#include "support/slots.h"
+#include "tests/support/shapes.h"
 
 namespace {
 
 using namespace vektest;
+using C = Vek32fc;
 
-// Rounds to single precision whatever the compiler would like to keep or fuse.
-float r(float x) {
-  volatile float y = x;
-  return y;
-}
-Vek32fc times(Vek32fc a, Vek32fc b) { return {r(a.re * b.re) - r(a.im * b.im), r(a.re * b.im) + r(a.im * b.re)}; }
-Vek32fc plus(Vek32fc a, Vek32fc b) { return {a.re + b.re, a.im + b.im}; }
-Vek32fc minus(Vek32fc a, Vek32fc b) { return {a.re - b.re, a.im - b.im}; }
-
-std::vector<Vek32fc> pairs(const std::vector<float>& v) {
-  std::vector<Vek32fc> c(v.size() / 2);
-  memcpy(c.data(), v.data(), c.size() * sizeof(Vek32fc));
-  return c;
-}
+C times(C a, C b) { return {a.re * b.re - a.im * b.im, a.re * b.im + a.im * b.re}; }
+C plus(C a, C b) { return {a.re + b.re, a.im + b.im}; }
+C minus(C a, C b) { return {a.re - b.re, a.im - b.im}; }
 
 // Special values meet each other in every combination; the rest is random, so that products and sums are inexact.
 struct FloatArithmetic : testing::Test {
   static constexpr int n = 2500;
   std::vector<float> a = randomVector<float>(2 * n), b = randomVector<float>(2 * n), c = mixedVector<float>(2 * n);
-  std::vector<Vek32fc> ca, cb, cc;
+  std::vector<C> ca, cb, cc;
 
   FloatArithmetic() {
     const std::vector<float> s = specialValues<float>();
     for (size_t i = 0; i < s.size() * s.size(); ++i) a[2 * i] = s[i % s.size()], b[2 * i] = s[i / s.size()];
-    ca = pairs(a), cb = pairs(b), cc = pairs(c);
-  }
-  template <class E, class Call, class Meaning>
-  void check(const char* name, Call call, Meaning meaning) {
-    inEverySlot([&](int) {
-      std::vector<E> got(n), want(n);
-      if constexpr (std::is_same_v<E, float>) got.assign(c.begin(), c.begin() + n);
-      if constexpr (std::is_same_v<E, Vek32fc>) got = cc;
-      for (int i = 0; i < n; ++i) want[i] = meaning(i);
-      ASSERT_EQ(call(got.data()), vekStsNoErr);
-      ASSERT_TRUE(sameVectors(got, want)) << name;
-    });
+    ca = paired<C>(a), cb = paired<C>(b), cc = paired<C>(c);
   }
 };
 
+#define CONSTANT(NAME, MEANING) \
+  one.check([=](auto* x, auto* d, int n) { return NAME(x, v, d, n); }, each([=](auto x) { return MEANING; }))
+
 TEST_F(FloatArithmetic, Real) {
-  const float *x = a.data(), *y = b.data();
-  check<float>(
-      "Add", [&](float* d) { return veksAdd_32f(x, y, d, n); }, [&](int i) { return x[i] + y[i]; });
-  check<float>(
-      "Sub", [&](float* d) { return veksSub_32f(x, y, d, n); }, [&](int i) { return y[i] - x[i]; });
-  check<float>(
-      "Mul", [&](float* d) { return veksMul_32f(x, y, d, n); }, [&](int i) { return x[i] * y[i]; });
-  check<float>(
-      "AddProduct", [&](float* d) { return veksAddProduct_32f(x, y, d, n); },
-      [&](int i) { return c[i] + r(x[i] * y[i]); });
+  const Shapes two(a, b);
+  const Shapes one(a);
+  two.check(veksAdd_32f, each([](float x, float y) { return x + y; }));
+  two.check(veksSub_32f, each([](float x, float y) { return y - x; }));
+  two.check(veksMul_32f, each([](float x, float y) { return x * y; }));
+  Shapes(a, b, c).check(nullptr, each([](float x, float y, float to) { return to + x * y; }), veksAddProduct_32f);
   for (float v : {0.1f, -0.0f, 3e38f, std::numeric_limits<float>::infinity(), 1e-40f}) {
-    check<float>(
-        "AddC", [&](float* d) { return veksAddC_32f(x, v, d, n); }, [&](int i) { return x[i] + v; });
-    check<float>(
-        "SubC", [&](float* d) { return veksSubC_32f(x, v, d, n); }, [&](int i) { return x[i] - v; });
-    check<float>(
-        "SubCRev", [&](float* d) { return veksSubCRev_32f(x, v, d, n); }, [&](int i) { return v - x[i]; });
-    check<float>(
-        "MulC", [&](float* d) { return veksMulC_32f(x, v, d, n); }, [&](int i) { return x[i] * v; });
-    check<float>(
-        "AddProductC", [&](float* d) { return veksAddProductC_32f(x, v, d, n); },
-        [&](int i) { return c[i] + r(x[i] * v); });
-    if (v == 0) continue;
-    check<float>(
-        "DivC", [&](float* d) { return veksDivC_32f(x, v, d, n); }, [&](int i) { return x[i] * r(1 / v); });
+    const auto accumulate = [=](auto* x, float* to, int n) { return veksAddProductC_32f(x, v, to, n); };
+    CONSTANT(veksAddC_32f, x + v);
+    CONSTANT(veksSubC_32f, x - v);
+    CONSTANT(veksSubCRev_32f, v - x);
+    CONSTANT(veksMulC_32f, x * v);
+    Shapes(a, c).check(nullptr, each([=](float x, float to) { return to + x * v; }), accumulate);
+    const float reciprocal = 1 / v;
+    if (v != 0) CONSTANT(veksDivC_32f, x * reciprocal);
   }
 }
 
 TEST_F(FloatArithmetic, Complex) {
-  using E = Vek32fc;
-  const E *x = ca.data(), *y = cb.data();
-  check<E>(
-      "Add", [&](E* d) { return veksAdd_32fc(x, y, d, n); }, [&](int i) { return plus(x[i], y[i]); });
-  check<E>(
-      "Sub", [&](E* d) { return veksSub_32fc(x, y, d, n); }, [&](int i) { return minus(y[i], x[i]); });
-  check<E>(
-      "Mul", [&](E* d) { return veksMul_32fc(x, y, d, n); }, [&](int i) { return times(x[i], y[i]); });
-  check<E>(
-      "Mul_32f32fc", [&](E* d) { return veksMul_32f32fc(a.data(), y, d, n); },
-      [&](int i) {
-        return E{a[i] * y[i].re, a[i] * y[i].im};
-      });
-  check<E>(
-      "AddProduct", [&](E* d) { return veksAddProduct_32fc(x, y, d, n); },
-      [&](int i) { return plus(cc[i], times(x[i], y[i])); });
-  for (E v : {E{0.1f, -3}, E{-0.0f, 1e38f}, E{0, std::numeric_limits<float>::infinity()}, E{1e-30f, 0}}) {
-    check<E>(
-        "AddC", [&](E* d) { return veksAddC_32fc(x, v, d, n); }, [&](int i) { return plus(x[i], v); });
-    check<E>(
-        "SubC", [&](E* d) { return veksSubC_32fc(x, v, d, n); }, [&](int i) { return minus(x[i], v); });
-    check<E>(
-        "SubCRev", [&](E* d) { return veksSubCRev_32fc(x, v, d, n); }, [&](int i) { return minus(v, x[i]); });
-    check<E>(
-        "MulC", [&](E* d) { return veksMulC_32fc(x, v, d, n); }, [&](int i) { return times(x[i], v); });
-    const float s = r(1 / r(r(v.re * v.re) + r(v.im * v.im)));
-    const E f = {r(v.re * s), r(-v.im * s)};
-    check<E>(
-        "DivC", [&](E* d) { return veksDivC_32fc(x, v, d, n); }, [&](int i) { return times(x[i], f); });
+  const Shapes two(ca, cb);
+  const Shapes one(ca);
+  two.check(veksAdd_32fc, each(plus));
+  two.check(veksSub_32fc, each([](C x, C y) { return minus(y, x); }));
+  two.check(veksMul_32fc, each(times));
+  Shapes(a, cb).check(veksMul_32f32fc, each([](float x, C y) { return C{x * y.re, x * y.im}; }));
+  Shapes(ca, cb, cc).check(nullptr, each([](C x, C y, C to) { return plus(to, times(x, y)); }), veksAddProduct_32fc);
+  for (C v : {C{0.1f, -3}, C{-0.0f, 1e38f}, C{0, std::numeric_limits<float>::infinity()}, C{1e-30f, 0}}) {
+    CONSTANT(veksAddC_32fc, plus(x, v));
+    CONSTANT(veksSubC_32fc, minus(x, v));
+    CONSTANT(veksSubCRev_32fc, minus(v, x));
+    CONSTANT(veksMulC_32fc, times(x, v));
+    const float s = 1 / (v.re * v.re + v.im * v.im);
+    const C f = {v.re * s, -v.im * s};
+    CONSTANT(veksDivC_32fc, times(x, f));
   }
 }
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <gtest/gtest.h>
+// Convolution and correlation against their sums, on both sides of the choice between sums and transforms.
 #include <limits.h>
 
-#include "fir_kinds.h"
+#include "tests/support/definitions.h"
 
 namespace {
 

@@ -1,48 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <stdlib.h>
-
-#include "tests/support/data.h"
-#include "tests/support/guarded.h"
-#include "tests/support/heap.h"
-#include "tests/support/slots.h"
+// Cosine transforms of every path against their sums, inside buffers of the documented sizes.
+#include "tests/support/definitions.h"
 
 namespace {
 
-using vektest::Flush;
-using vektest::Guarded;
-using vektest::inEverySlot;
+using namespace vektest;
 using Bytes = Guarded<Vek8u>;
 using Doubles = std::vector<double>;
-
-constexpr double kPi = 3.14159265358979323846;
-
-std::vector<float> samples(size_t n) {
-  std::vector<float> x(n);
-  for (float& v : x) v = float(std::uniform_real_distribution<double>(-1, 1)(vektest::rng()));
-  return x;
-}
-
-// The definition, term by term.
-Doubles forwardSum(const std::vector<float>& x) {
-  const size_t n = x.size();
-  Doubles y(n);
-  for (size_t k = 0; k < n; ++k) {
-    double sum = 0;
-    for (size_t j = 0; j < n; ++j) sum += x[j] * std::cos(kPi * double((2 * j + 1) * k % (4 * n)) / double(2 * n));
-    y[k] = sum * std::sqrt((k == 0 ? 1.0 : 2.0) / double(n));
-  }
-  return y;
-}
-Doubles inverseSum(const std::vector<float>& x) {
-  const size_t n = x.size();
-  Doubles y(n);
-  for (size_t j = 0; j < n; ++j) {
-    double sum = x[0] * std::sqrt(0.5);
-    for (size_t k = 1; k < n; ++k) sum += x[k] * std::cos(kPi * double((2 * j + 1) * k % (4 * n)) / double(2 * n));
-    y[j] = sum * std::sqrt(2.0 / double(n));
-  }
-  return y;
-}
 
 template <class A, class B>
 double relativeError(const A& got, const B& want) {
@@ -53,32 +17,14 @@ double relativeError(const A& got, const B& want) {
   }
   return std::sqrt(error / total);
 }
-bool isPow2(int n) { return (n & (n - 1)) == 0; }
-double bound(int n) { return (0.6e-7 * std::sqrt(std::log2(n)) + 1e-7) * (isPow2(n) ? 1 : 2); }
-
-// The documented sizes.
-struct Sizes {
-  size_t spec, work;
-};
-Sizes sizesOf(int len) {
-  const size_t n = size_t(len), m = n % 2 != 0 ? n : n / 2;
-  if (isPow2(len)) {
-    if (len <= 8) return {352, 1};
-    if (len <= 64) return {len == 64 ? 704u : 400u, 1};
-    return len <= 2048 ? Sizes{8 * n + n / 2 + 576, 1} : Sizes{8 * n + n / 2 + 9216, 32832};
-  }
-  if (len < 86) return {16 * n + 192, 4 * n + 64};
-  size_t p = 1;
-  while (p < 2 * m - 1) p *= 2;
-  return {20 * p + 8 * m + 4 * n + 1024, 8 * p + 64};
-}
-
 // Both directions as one family of functions.
 struct Family {
   void* spec = nullptr;
   bool forward;
   explicit Family(bool f) : forward(f) {}
-  VekStatus init(int len, Vek8u* buffer) { return initBy(len, buffer, isPow2(len) && len >= 2048 ? buffer : nullptr); }
+  VekStatus init(int len, Vek8u* buffer) {
+    return initBy(len, buffer, isPowerOfTwo(size_t(len)) && len >= 2048 ? buffer : nullptr);
+  }
   VekStatus initBy(int len, Vek8u* buffer, Vek8u* initBuffer) {
     return forward ? veksDCTFwdInit_32f((VeksDCTFwdSpec_32f**)&spec, len, vekAlgHintNone, buffer, initBuffer)
                    : veksDCTInvInit_32f((VeksDCTInvSpec_32f**)&spec, len, vekAlgHintNone, buffer, initBuffer);
@@ -107,9 +53,9 @@ const int kLengths[] = {1,   2,   3,   4,   5,   6,   7,   8,    9,    12,   15,
 
 TEST(Dct, MatchesItsSumsInsideBuffersOfTheStatedSize) {
   for (int len : kLengths) {
-    const std::vector<float> x = samples(size_t(len));
-    const Doubles want[] = {inverseSum(x), forwardSum(x)};
-    const Sizes sizes = sizesOf(len);
+    const std::vector<float> x = randomSignal<float>(size_t(len));
+    const Doubles want[] = {cosines(x, true), cosines(x, false)};
+    const DctSizes sizes = dctSizes(size_t(len));
     inEverySlot([&](int slot) {
       SCOPED_TRACE(len);
       for (bool forward : {true, false}) {
@@ -121,8 +67,8 @@ TEST(Dct, MatchesItsSumsInsideBuffersOfTheStatedSize) {
         ASSERT_EQ(f.init(len, buffer), vekStsNoErr);
         ASSERT_EQ(f.run(in, out, work), vekStsNoErr);
         ASSERT_EQ(f.runInPlace(both, work), vekStsNoErr);
-        EXPECT_LT(relativeError(out.values(), want[forward]), bound(len)) << forward;
-        EXPECT_LT(relativeError(both.values(), want[forward]), bound(len)) << forward;
+        EXPECT_LT(relativeError(out.values(), want[forward]), dctError(size_t(len))) << forward;
+        EXPECT_LT(relativeError(both.values(), want[forward]), dctError(size_t(len))) << forward;
         EXPECT_EQ(in.values(), x);
         EXPECT_TRUE(buffer.intact() && work.intact() && in.intact() && out.intact() && both.intact());
       }
@@ -134,11 +80,12 @@ TEST(Dct, MatchesItsSumsInsideBuffersOfTheStatedSize) {
 TEST(Dct, LongLengths) {
   for (int len : {4098, 8192, 16384, 65536, 65537, 524288, 1000000, 1000003, 1048576}) {
     const size_t n = size_t(len), bin = n / 3 + 1;
-    const std::vector<float> x = samples(n);
+    const std::vector<float> x = randomSignal<float>(n);
     std::vector<float> tone(n), unit(n);
     unit[bin] = 1;
     for (size_t j = 0; j < n; ++j)
-      tone[j] = float(std::sqrt(2.0 / double(n)) * std::cos(kPi * double((2 * j + 1) * bin % (4 * n)) / double(2 * n)));
+      tone[j] =
+          float(std::sqrt(2.0 / double(n)) * std::cos(M_PI * double((2 * j + 1) * bin % (4 * n)) / double(2 * n)));
     inEverySlot([&](int slot) {
       if (slot != vek::kSlot_mx && slot < vek::kSlot_e9 && len > 300000)
         return;  // the narrow slots differ in nothing that is long
@@ -148,17 +95,17 @@ TEST(Dct, LongLengths) {
       ASSERT_EQ(inverse.initAlloc(len), vekStsNoErr);
       std::vector<float> y(n), z(n);
       ASSERT_EQ(forward.run(tone.data(), y.data(), nullptr), vekStsNoErr);
-      EXPECT_LT(relativeError(y, unit), 2 * bound(len));
+      EXPECT_LT(relativeError(y, unit), 2 * dctError(size_t(len)));
       ASSERT_EQ(inverse.run(unit.data(), y.data(), nullptr), vekStsNoErr);
-      EXPECT_LT(relativeError(y, tone), 2 * bound(len));
+      EXPECT_LT(relativeError(y, tone), 2 * dctError(size_t(len)));
       ASSERT_EQ(forward.run(x.data(), y.data(), nullptr), vekStsNoErr);
       ASSERT_EQ(inverse.run(y.data(), z.data(), nullptr), vekStsNoErr);
-      EXPECT_LT(relativeError(z, x), 2 * bound(len));
+      EXPECT_LT(relativeError(z, x), 2 * dctError(size_t(len)));
       z = x;
       ASSERT_EQ(forward.runInPlace(z.data(), nullptr), vekStsNoErr);
-      EXPECT_LT(relativeError(z, y), bound(len));
+      EXPECT_LT(relativeError(z, y), dctError(size_t(len)));
       ASSERT_EQ(inverse.runInPlace(z.data(), nullptr), vekStsNoErr);
-      EXPECT_LT(relativeError(z, x), 2 * bound(len));
+      EXPECT_LT(relativeError(z, x), 2 * dctError(size_t(len)));
       EXPECT_EQ(forward.free(), vekStsNoErr);
       EXPECT_EQ(inverse.free(), vekStsNoErr);
     });
@@ -204,7 +151,7 @@ TEST(Dct, ReportsMissingMemory) {
     ASSERT_EQ(pow2.initAlloc(1024), vekStsNoErr);
     ASSERT_EQ(chirp.initAlloc(86), vekStsNoErr);
     std::vector<float> x(1024), y(1024, 42);
-    vektest::Heap empty(0);
+    Heap empty(0);
     EXPECT_EQ(none.initAlloc(1024), vekStsMemAllocErr);
     EXPECT_EQ(direct.run(x.data(), y.data(), nullptr), vekStsMemAllocErr);
     EXPECT_EQ(chirp.run(x.data(), y.data(), nullptr), vekStsMemAllocErr);

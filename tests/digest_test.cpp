@@ -5,7 +5,7 @@
 #include <set>
 #include <string>
 
-#include "support/slots.h"
+#include "tests/support/slots.h"
 
 namespace vektest {
 namespace {

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: Apache-2.0
-"""Holds the documents to the library: README.md and docs/*.md.
+"""Holds the documents to the library: README.md, CONTRIBUTING.md and docs/*.md.
 
 Code blocks marked c or cpp are compiled, with warnings as errors, as what the word after the language says:
 
@@ -85,10 +85,10 @@ def main():
     parser.add_argument("--library", required=True)
     parser.add_argument("--cc", default="cc")
     parser.add_argument("--cxx", default="c++")
-    parser.add_argument("documents", nargs="*", type=pathlib.Path, help="instead of README.md and docs/*.md")
+    parser.add_argument("documents", nargs="*", type=pathlib.Path, help="instead of README.md, CONTRIBUTING.md and docs/*.md")
     args = parser.parse_args()
     args.count = 0
-    documents = args.documents or [*args.root.glob("README.md"), *sorted((args.root / "docs").glob("*.md"))]
+    documents = args.documents or [args.root / "README.md", args.root / "CONTRIBUTING.md", *sorted((args.root / "docs").glob("*.md"))]
     headers = "".join(h.read_text() for h in (args.root / "include/vek").glob("*.h"))
     functions = set(re.findall(r"\bveks?[A-Z]\w*", headers))
     sources = "".join(t.read_text() for t in (args.root / "tests").glob("*.cpp"))

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "fir_kinds.h"
+// Single-rate FIR filters against their sums: pieces, buffers, statuses, the choice of the way.
+#include "tests/support/definitions.h"
 
 namespace {
 
@@ -16,13 +17,6 @@ class Fir : public ::testing::Test {
     State* state = nullptr;
     EXPECT_EQ(Kind::initAlloc(&state, taps.data(), int(taps.size()), past), vekStsNoErr);
     return state;
-  }
-
-  static std::vector<Expected> expected(const std::vector<Tap>& taps, const Stream<Data>& x) {
-    std::vector<Expected> y(x.now.size());
-    for (size_t n = 0; n < y.size(); ++n)
-      for (size_t k = 0; k < taps.size(); ++k) y[n].add(value(taps[k]), x.at(int64_t(n) - int64_t(k)));
-    return y;
   }
 
   // Outputs of a signal filtered in pieces of the given sizes (the last one repeated), each between guard pages.
@@ -59,6 +53,7 @@ TYPED_TEST(Fir, IsTheDefinedSumHoweverTheSignalIsCut) {
   const std::vector<std::vector<int>> cuts = {{5000}, singly, {3, 1, 700, 1, 12, 513}, {64, 257, 31}};
   for (int taps : {1, 2, 3, 4, 5, 8, 9, 15, 16, 17, 31, 32, 33, 63, 64, 65, 130, 520}) {
     SCOPED_TRACE(taps);
+    const Rate r = {taps, 1, 0, 1, 0};
     const auto h = randomSignal<typename Kind::Tap>(size_t(taps));
     Stream<typename Kind::Data> x{randomSignal<typename Kind::Data>(size_t(taps)),
                                   randomSignal<typename Kind::Data>(taps == 5  ? 9001
@@ -66,9 +61,9 @@ TYPED_TEST(Fir, IsTheDefinedSumHoweverTheSignalIsCut) {
                                                                                : 1207)};
     double blockError = 0;
     for (const auto& t : h) blockError += 20 * std::abs(value(t));
-    const auto want = this->expected(h, x);
+    const auto want = filtered<Kind>(r, h, x);
     const Stream<typename Kind::Data> fresh{{}, x.now};
-    const auto wantFresh = this->expected(h, fresh);
+    const auto wantFresh = filtered<Kind>(r, h, fresh);
     inEverySlot([&](int) {
       for (const auto& cut : cuts) {
         for (bool inPlace : {false, true}) {

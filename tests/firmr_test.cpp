@@ -1,16 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "fir_kinds.h"
+// Multi-rate FIR filters: up-sampling, filtering and down-sampling in one.
+#include "tests/support/definitions.h"
 
 namespace {
 
 using namespace vektest;
-
-struct Rate {
-  int taps, up, upPhase, down, downPhase;
-};
-std::ostream& operator<<(std::ostream& o, const Rate& r) {
-  return o << r.taps << " taps, up " << r.up << '+' << r.upPhase << ", down " << r.down << '+' << r.downPhase;
-}
 
 // Few and many taps for the factors, phases at both ends, factors above the taps, above the scratch and coprime.
 const std::vector<Rate> kRates = {
@@ -32,23 +26,6 @@ class MultiRate : public ::testing::Test {
     EXPECT_EQ(Kind::rateInitAlloc(&state, taps.data(), r.taps, r.up, r.upPhase, r.down, r.downPhase, past),
               vekStsNoErr);
     return state;
-  }
-
-  // The signal is up-sampled, filtered and down-sampled in so many words.
-  static std::vector<Expected> expected(const Rate& r, const std::vector<Tap>& taps, const Stream<Data>& x, int iters) {
-    std::vector<Expected> y;
-    for (int64_t m = 0; m < iters; ++m) {
-      for (int64_t i = 0; i < r.up; ++i) {
-        const int64_t at = m * r.up * r.down + r.downPhase + i * r.down;
-        Expected e;
-        for (int64_t k = 0; k < r.taps; ++k) {
-          const int64_t u = at - k - r.upPhase;
-          if (u % r.up == 0) e.add(value(taps[size_t(k)]), x.at(u / r.up));
-        }
-        y.push_back(e);
-      }
-    }
-    return y;
   }
 
   static std::vector<Data> filter(const Rate& r, State* state, const std::vector<Data>& x, int iters,
@@ -82,7 +59,7 @@ TYPED_TEST(MultiRate, IsUpSamplingFilteringAndDownSampling) {
     const size_t past = size_t((r.taps + r.up - 1) / r.up);
     const Stream<Data> x{randomSignal<Data>(past), randomSignal<Data>(size_t(iters) * size_t(r.down))};
     const Stream<Data> fresh{{}, x.now};
-    const auto want = this->expected(r, h, x, iters), wantFresh = this->expected(r, h, fresh, iters);
+    const auto want = filtered<Kind>(r, h, x), wantFresh = filtered<Kind>(r, h, fresh);
     inEverySlot([&](int) {
       for (bool inPlace : {false, true}) {
         for (const auto& cut : {std::vector<int>{100000}, {1, 2, 1, 40, 7, 300}}) {
@@ -142,7 +119,7 @@ TYPED_TEST(MultiRate, NonFiniteSamplesReachTheirOutputsOnly) {
         auto* state = this->make(r, h, bad.past.data());
         const auto y = this->filter(r, state, bad.now, iters, {iters}, false);
         Kind::release(state);
-        const auto want = this->expected(r, h, bad, iters);
+        const auto want = filtered<Kind>(r, h, bad);
         for (size_t i = 0; i < y.size(); ++i)
           ASSERT_EQ(std::isnan(std::abs(value(y[i]))), std::isnan(std::abs(want[i].sum))) << r << ", output " << i;
       }

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
-// Callers may run with floating-point traps on: on ordinary data no function raises a flag that its arithmetic does not,
-// be it in lanes that no element uses or on what lies behind the arrays.
+// Callers may run with floating-point traps on: on ordinary data no function raises a flag that its arithmetic does
+// not, be it in lanes that no element uses or on what lies behind the arrays.
 #include <string.h>
 #include <xmmintrin.h>
 
 #include <algorithm>
 
-#include "support/generic.h"
-#include "support/slots.h"
+#include "tests/support/generic.h"
+#include "tests/support/slots.h"
 
 namespace vektest {
 namespace {

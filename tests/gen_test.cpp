@@ -1,13 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <functional>
-#include <type_traits>
-
-#include "tests/support/data.h"
-#include "tests/support/guarded.h"
-#include "tests/support/slots.h"
+// Signals by their definitions: tones, triangles, random numbers, chirps, ramps and slopes.
+#include "tests/support/shapes.h"
 
 namespace {
 
@@ -150,23 +143,6 @@ std::vector<D> slopeReference(int len, P offset, P slope, double low, double hig
   return y;
 }
 
-// ---- every length, guarded, in every slot -------------------------------------------------------------------------
-
-template <class T>
-void sweep(const std::vector<int>& lengths, std::function<VekStatus(T*, int)> call,
-           std::function<std::vector<T>(int)> reference) {
-  for (int n : lengths) {
-    const std::vector<T> want = reference(n);
-    for (size_t shift : {size_t(0), sizeof(T), 3 * sizeof(T)})
-      for (Flush flush : {Flush::kBack, Flush::kFront}) {
-        Guarded<T> d(n, flush, shift);
-        ASSERT_EQ(call(d, n), vekStsNoErr);
-        ASSERT_TRUE(sameVectors(d.values(), want)) << "length " << n;
-        ASSERT_TRUE(d.intact()) << "length " << n;
-      }
-  }
-}
-
 struct PhaseCase {
   float magn, freq, phase, asym;
 };
@@ -176,53 +152,56 @@ const PhaseCase kPhaseCases[] = {{1, 0.25f, 0, 0},        {1, 0, 1, 0},
                                  {1, 1e-5f, 5, -1},       {HUGE_VALF, 0.1f, 4, 2},
                                  {1, NAN, 1, 1}};
 
+// A signal and what a call leaves behind for the next, of type A: call(pDst, len, &a) with a at the start.
+template <class A, class Call, class Meaning>
+void checkContinued(std::vector<int> lengths, A start, Call call, Meaning meaning) {
+  Shapes<>().lengths(lengths).check(
+      [=](auto* d, A* left, int n) {
+        A a = start;
+        const VekStatus status = call(d, n, &a);
+        memcpy(left, &a, sizeof a);
+        return status;
+      },
+      meaning);
+}
+
 TEST(Gen, TonesFollowTheRecurrence) {
-  inEverySlot([](int) {
-    for (const PhaseCase& c : kPhaseCases) {
-      float phase = 0;
-      const auto call = [&](auto* d, int n) {
-        phase = c.phase;
-        if constexpr (std::is_same_v<decltype(d), float*>) {
-          return veksTone_Direct_32f(d, n, c.magn, c.freq, &phase, vekAlgHintFast);
-        } else {
-          return veksTone_Direct_32fc(d, n, c.magn, c.freq, &phase, vekAlgHintNone);
-        }
-      };
-      sweep<float>(sweepLengths(40, 600), call, [&](int n) { return toneReference(n, c.magn, c.freq, c.phase); });
-      sweep<Vek32fc>(sweepLengths(40, 600), call,
-                     [&](int n) { return toneReferenceComplex(n, c.magn, c.freq, c.phase); });
-      std::vector<float> d(777);
-      call(d.data(), 777);
-      EXPECT_EQ(phase, phaseAfter(c.phase, c.freq, 777));
-    }
-  });
+  for (const PhaseCase& c : kPhaseCases) {
+    const auto after = [=](int n) { return std::vector{phaseAfter(c.phase, c.freq, n)}; };
+    checkContinued(
+        sweepLengths(40, 777), c.phase,
+        [=](float* d, int n, float* p) { return veksTone_Direct_32f(d, n, c.magn, c.freq, p, vekAlgHintFast); },
+        [=](int n) {
+          return std::tuple{toneReference(n, c.magn, c.freq, c.phase), after(n)};
+        });
+    checkContinued(
+        sweepLengths(40, 777), c.phase,
+        [=](Vek32fc* d, int n, float* p) { return veksTone_Direct_32fc(d, n, c.magn, c.freq, p, vekAlgHintNone); },
+        [=](int n) {
+          return std::tuple{toneReferenceComplex(n, c.magn, c.freq, c.phase), after(n)};
+        });
+  }
 }
 
 TEST(Gen, TrianglesFollowTheirSlopes) {
-  inEverySlot([](int) {
-    for (const PhaseCase& c : kPhaseCases) {
-      const auto im = [&] {
-        const double p = c.phase + (kTwoPi + kPi + c.asym) / 2;
-        return p >= kTwoPi ? p - kTwoPi : p;
-      };
-      float phase = 0;
-      sweep<float>(
-          sweepLengths(40, 600),
-          [&](float* d, int n) { return veksTriangle_Direct_32f(d, n, c.magn, c.freq, c.asym, &(phase = c.phase)); },
-          [&](int n) { return triangleReference(n, c.magn, c.freq, c.asym, c.phase); });
-      EXPECT_EQ(phase, phaseAfter(c.phase, c.freq, 513));
-      sweep<Vek32fc>(
-          sweepLengths(40, 600),
-          [&](Vek32fc* d, int n) { return veksTriangle_Direct_32fc(d, n, c.magn, c.freq, c.asym, &(phase = c.phase)); },
-          [&](int n) {
-            const std::vector<float> re = triangleReference(n, c.magn, c.freq, c.asym, c.phase),
-                                     q = triangleReference(n, c.magn, c.freq, c.asym, im());
-            std::vector<Vek32fc> y;
-            for (int i = 0; i < n; ++i) y.push_back({re[i], q[i]});
-            return y;
-          });
-    }
-  });
+  for (const PhaseCase& c : kPhaseCases) {
+    const auto after = [=](int n) { return std::vector{phaseAfter(c.phase, c.freq, n)}; };
+    const auto real = [=](int n, double phase) { return triangleReference(n, c.magn, c.freq, c.asym, phase); };
+    const double shifted = c.phase + (kTwoPi + kPi + c.asym) / 2;
+    checkContinued(
+        sweepLengths(40, 600), c.phase,
+        [=](float* d, int n, float* p) { return veksTriangle_Direct_32f(d, n, c.magn, c.freq, c.asym, p); },
+        [=](int n) {
+          return std::tuple{real(n, c.phase), after(n)};
+        });
+    checkContinued(
+        sweepLengths(40, 600), c.phase,
+        [=](Vek32fc* d, int n, float* p) { return veksTriangle_Direct_32fc(d, n, c.magn, c.freq, c.asym, p); },
+        [=](int n) {
+          const std::vector<float> re = real(n, c.phase), im = real(n, shifted >= kTwoPi ? shifted - kTwoPi : shifted);
+          return std::tuple{each([](float a, float b) { return Vek32fc{a, b}; })(n, re, im), after(n)};
+        });
+  }
 }
 
 TEST(Gen, StoredPhasesAreAcceptedAgainAndContinueTheSignal) {
@@ -285,24 +264,23 @@ TEST(Gen, RefusesInOrderAndWritesNothing) {
 }
 
 TEST(Gen, Jaehne) {
-  const auto angle = [](int n, int len) { return kPi / 2 / len * n * n; };
-  inEverySlot([&](int) {
-    sweep<float>(
-        {1, 2, 3, 7, 8, 9, 15, 16, 17, 100, 1023, 65537},
-        [](float* d, int n) { return veksVectorJaehne_32f(d, n, 3.7f); },
-        [&](int len) {
-          std::vector<float> y(len);
-          for (int n = 0; n < len; ++n) y[n] = len == 1 ? 0 : float(3.7f * std::sin(angle(n, len)));
-          return y;
-        });
-    sweep<Vek32s>(
-        {1, 2, 5, 8, 13, 1000, 4097}, [](Vek32s* d, int n) { return veksVectorJaehne_32s(d, n, 100000); },
-        [&](int len) {
-          std::vector<Vek32s> y(len);
-          for (int n = 0; n < len; ++n) y[n] = len == 1 ? 0 : int(std::round(100000 * std::sin(angle(n, len))));
-          return y;
-        });
-  });
+  const auto sine = [](int n, int len) { return len == 1 ? 0 : std::sin(kPi / 2 / len * n * n); };
+  Shapes<>()
+      .lengths({1, 2, 3, 7, 8, 9, 15, 16, 17, 100, 1023, 65537})
+      .check([](float* d, int n) { return veksVectorJaehne_32f(d, n, 3.7f); },
+             [=](int len) {
+               std::vector<float> y;
+               for (int n = 0; n < len; ++n) y.push_back(float(3.7f * sine(n, len)));
+               return y;
+             });
+  Shapes<>()
+      .lengths({1, 2, 5, 8, 13, 1000, 4097})
+      .check([](Vek32s* d, int n) { return veksVectorJaehne_32s(d, n, 100000); },
+             [=](int len) {
+               std::vector<Vek32s> y;
+               for (int n = 0; n < len; ++n) y.push_back(Vek32s(std::round(100000 * sine(n, len))));
+               return y;
+             });
 }
 
 // The sine of the chirp over its whole range, seen through the 31 bits of the largest integer magnitude.
@@ -321,39 +299,34 @@ TEST(Gen, RampsAndSlopes) {
                      {12.5f, -0.25f}, {-5e9f, 2.5e7f}, {300, -0.0f},        {0.49999997f, 1}, {255.5f, 1e-9f},
                      {-32768, -1},    {0, HUGE_VALF},  {HUGE_VALF, -3},     {NAN, 1},         {1, NAN},
                      {-1e-30f, 0},    {1e20f, 1e18f}};
+  const auto shapes = Shapes<>().lengths(sweepLengths(70, 300));
+  for (const auto& c : cases) {
+    SCOPED_TRACE(testing::Message() << c.offset << " + n*" << c.slope);
+    const float a = c.offset, b = c.slope;
+    shapes.check([=](float* d, int n) { return veksVectorRamp_32f(d, n, a, b); },
+                 [=](int n) {
+                   std::vector<float> y;
+                   for (int i = 0; i < n; ++i) y.push_back(float(i) * b + a);
+                   return y;
+                 });
+    shapes.check([=](Vek32s* d, int n) { return veksVectorRamp_32s(d, n, a, b); },
+                 [=](int n) {
+                   std::vector<Vek32s> y;
+                   for (int i = 0; i < n; ++i) {
+                     double x = float(i) * b + a;
+                     x += x > 0 ? 0.5 : -0.5;
+                     y.push_back(x >= 2147483647.0 ? INT32_MAX : x > -2147483648.0 ? int(x) : INT32_MIN);
+                   }
+                   return y;
+                 });
+    shapes.check([=](Vek8u* d, int n) { return veksVectorSlope_8u(d, n, a, b); },
+                 [=](int n) { return slopeReference<Vek8u>(n, a, b, 0, 255); });
+    shapes.check([=](Vek16s* d, int n) { return veksVectorSlope_16s(d, n, a, b); },
+                 [=](int n) { return slopeReference<Vek16s>(n, a, b, -32768, 32767); });
+    shapes.check([=](Vek32s* d, int n) { return veksVectorSlope_32s(d, n, a, b); },
+                 [=](int n) { return slopeReference<Vek32s>(n, double(a), double(b), -2147483648.0, 2147483647.0); });
+  }
   inEverySlot([&](int) {
-    for (const auto& c : cases) {
-      SCOPED_TRACE(testing::Message() << c.offset << " + n*" << c.slope);
-      const float a = c.offset, b = c.slope;
-      const std::vector<int> n = sweepLengths(70, 300);
-      sweep<float>(
-          n, [=](float* d, int k) { return veksVectorRamp_32f(d, k, a, b); },
-          [=](int k) {
-            std::vector<float> y;
-            for (int i = 0; i < k; ++i) y.push_back(float(i) * b + a);
-            return y;
-          });
-      sweep<Vek32s>(
-          n, [=](Vek32s* d, int k) { return veksVectorRamp_32s(d, k, a, b); },
-          [=](int k) {
-            std::vector<Vek32s> y;
-            for (int i = 0; i < k; ++i) {
-              double x = float(i) * b + a;
-              x += x > 0 ? 0.5 : -0.5;
-              y.push_back(x >= 2147483647.0 ? INT32_MAX : x > -2147483648.0 ? int(x) : INT32_MIN);
-            }
-            return y;
-          });
-      sweep<Vek8u>(
-          n, [=](Vek8u* d, int k) { return veksVectorSlope_8u(d, k, a, b); },
-          [=](int k) { return slopeReference<Vek8u>(k, a, b, 0, 255); });
-      sweep<Vek16s>(
-          n, [=](Vek16s* d, int k) { return veksVectorSlope_16s(d, k, a, b); },
-          [=](int k) { return slopeReference<Vek16s>(k, a, b, -32768, 32767); });
-      sweep<Vek32s>(
-          n, [=](Vek32s* d, int k) { return veksVectorSlope_32s(d, k, a, b); },
-          [=](int k) { return slopeReference<Vek32s>(k, double(a), double(b), -2147483648.0, 2147483647.0); });
-    }
     const int len = (1 << 24) + 1000;  // beyond the integers that single precision holds
     std::vector<float> d(len);
     veksVectorSlope_32f(d.data(), len, 0.5f, 3.0f);
@@ -362,36 +335,31 @@ TEST(Gen, RampsAndSlopes) {
 }
 
 TEST(Gen, RandomNumbersAreTheStatedSequence) {
-  inEverySlot([](int) {
-    for (uint32_t seed : {0u, 1u, 0xDEADBEEFu, 0xFFFFFFFFu}) {
-      uint32_t s = 0, want = 0;
-      const auto check = [&](auto call, auto reference) {
-        sweep<float>(sweepLengths(140, 2100), call, reference);
-        ASSERT_EQ(s, want);
-        ASSERT_NE(s, seed);
+  for (uint32_t seed : {0u, 1u, 0xDEADBEEFu, 0xFFFFFFFFu}) {
+    const auto with = [=](auto reference, float a, float b) {
+      return [=](int n) {
+        uint32_t left = seed;
+        const std::vector<float> y = reference(n, a, b, left);
+        return std::tuple{y, std::vector{left}};
       };
-      for (int n : {1, 2, 777, 2048}) {
-        std::vector<float> d(n);
-        s = want = seed;
-        veksRandUniform_Direct_32f(d.data(), n, 0, 1, &s);
-        uniformReference(n, 0, 1, want);
-        ASSERT_EQ(s, want);
-        s = want = seed;
-        veksRandGauss_Direct_32f(d.data(), n, 0, 1, &s);
-        gaussReference(n, 0, 1, want);
-        ASSERT_EQ(s, want);
-      }
-      check([&](float* d, int n) { return veksRandUniform_Direct_32f(d, n, -3, 8.5f, &(s = seed)); },
-            [&](int n) { return uniformReference(n, -3, 8.5f, want = seed); });
-      check([&](float* d, int n) { return veksRandGauss_Direct_32f(d, n, 2, -1.5f, &(s = seed)); },
-            [&](int n) { return gaussReference(n, 2, -1.5f, want = seed); });
-    }
+    };
+    checkContinued(
+        sweepLengths(140, 2100), seed,
+        [](float* d, int n, uint32_t* s) { return veksRandUniform_Direct_32f(d, n, -3, 8.5f, s); },
+        with(uniformReference, -3, 8.5f));
+    checkContinued(
+        sweepLengths(140, 2100), seed,
+        [](float* d, int n, uint32_t* s) { return veksRandGauss_Direct_32f(d, n, 2, -1.5f, s); },
+        with(gaussReference, 2, -1.5f));
+  }
+  inEverySlot([](int) {
     float x[33];
     Vek32u seed = 3;
     veksRandGauss_Direct_32f(x, 33, 1.25f, 0, &seed);
     for (float v : x) EXPECT_EQ(v, 1.25f);
     veksRandUniform_Direct_32f(x, 33, -4, -4, &seed);
     for (float v : x) EXPECT_EQ(v, -4);
+    EXPECT_NE(seed, 3u);
   });
 }
 

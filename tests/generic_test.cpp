@@ -2,12 +2,12 @@
 // What holds for every function alike, driven by the list derived from the prototypes: a null pointer and a length
 // below one are refused with nothing written, and the index-offset twin does what the function does. A new prototype is
 // covered without a new line here.
-#include "support/generic.h"
+#include "tests/support/generic.h"
 
 #include <climits>
 
-#include "support/data.h"
-#include "support/slots.h"
+#include "tests/support/data.h"
+#include "tests/support/slots.h"
 
 namespace vektest {
 namespace {

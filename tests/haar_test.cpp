@@ -1,47 +1,44 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/support/data.h"
-#include "tests/support/guarded.h"
-#include "tests/support/slots.h"
+// The Haar step against its formulas and by its energy.
+#include "tests/support/shapes.h"
 
 namespace {
 
-using vektest::Flush;
-using vektest::Guarded;
+using namespace vektest;
 
 const float kRootHalf = float(std::sqrt(0.5)), kRootTwo = float(std::sqrt(2.0));
 
 TEST(Haar, StepsForwardAndBack) {
-  for (int len : vektest::sweepLengths(70, 600)) {
-    const size_t n = size_t(len), lows = (n + 1) / 2, highs = n / 2;
-    const std::vector<float> x = vektest::mixedVector<float>(n);
-    std::vector<float> low(lows), high(highs), back(n);
-    for (size_t k = 0; k < highs; ++k) {
-      low[k] = (x[2 * k] + x[2 * k + 1]) * kRootHalf;
-      high[k] = (x[2 * k] - x[2 * k + 1]) * kRootHalf;
-      back[2 * k] = (low[k] + high[k]) * kRootHalf;
-      back[2 * k + 1] = (low[k] - high[k]) * kRootHalf;
-    }
-    if (n % 2 != 0) {
-      low[highs] = x[n - 1] * kRootTwo;
-      back[n - 1] = low[highs] * kRootHalf;
-    }
-    vektest::inEverySlot([&](int) {
-      SCOPED_TRACE(len);
-      for (Flush flush : {Flush::kBack, Flush::kFront}) {
-        Guarded<float> in(x, flush), a(lows, flush), b(highs, flush), out(n, flush);
-        ASSERT_EQ(veksHaarFwd_32f(in, len, a, b), vekStsNoErr);
-        EXPECT_TRUE(vektest::sameVectors(a.values(), low));
-        EXPECT_TRUE(vektest::sameVectors(b.values(), high));
-        ASSERT_EQ(veksHaarInv_32f(a, b, out, len), vekStsNoErr);
-        EXPECT_TRUE(vektest::sameVectors(out.values(), back));
-        EXPECT_TRUE(in.intact() && a.intact() && b.intact() && out.intact());
-      }
-    });
-  }
+  Shapes(mixedVector<float>(700))
+      .check([](auto* x, float* low, float* high, int n) { return veksHaarFwd_32f(x, n, low, high); },
+             [](int n, const auto& x) {
+               std::vector<float> low, high;
+               for (int k = 0; k + 1 < n; k += 2) {
+                 low.push_back((x[size_t(k)] + x[size_t(k) + 1]) * kRootHalf);
+                 high.push_back((x[size_t(k)] - x[size_t(k) + 1]) * kRootHalf);
+               }
+               if (n % 2 != 0) low.push_back(x.back() * kRootTwo);
+               return std::tuple{low, high};
+             });
+  // The bands of n elements each; an odd length leaves the last of the high one out.
+  for (int odd : {0, 1})
+    Shapes(mixedVector<float>(400), mixedVector<float>(400))
+        .lengths(sweepLengths(40, 300))
+        .apart()
+        .check([=](auto* low, auto* high, float* x, int n) { return veksHaarInv_32f(low, high, x, 2 * n - odd); },
+               [=](int n, const auto& low, const auto& high) {
+                 std::vector<float> x;
+                 for (size_t k = 0; k < size_t(n); ++k) {
+                   const bool alone = odd && int(k) == n - 1;
+                   x.push_back(alone ? low[k] * kRootHalf : (low[k] + high[k]) * kRootHalf);
+                   if (!alone) x.push_back((low[k] - high[k]) * kRootHalf);
+                 }
+                 return x;
+               });
 }
 
 TEST(Haar, KeepsEnergyAndNeedsBothBands) {
-  vektest::inEverySlot([](int) {
+  inEverySlot([](int) {
     const float x[5] = {3, 1, -2, 2, 5};
     float low[3], high[2];
     ASSERT_EQ(veksHaarFwd_32f(x, 4, low, high), vekStsNoErr);

@@ -1,82 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <gtest/gtest.h>
-
-#include <complex>
-#include <type_traits>
-
-#include "tests/support/data.h"
-#include "tests/support/guarded.h"
-#include "tests/support/heap.h"
-#include "tests/support/slots.h"
+// IIR filters of both structures against their recursion: precision, pieces, buffers, statuses.
+#include "tests/support/definitions.h"
 
 namespace {
 
 using namespace vektest;
 
-// ---- the four kinds -----------------------------------------------------------------------------------------------
-
-#define KIND(NAME, SUFFIX, STATE, SAMPLE, COEF, ORDER_ID)      \
-  struct NAME {                                                \
-    using Sample = SAMPLE;                                     \
-    using Coef = COEF;                                         \
-    using State = STATE;                                       \
-    static constexpr uint32_t id = ORDER_ID;                   \
-    static constexpr auto allocate = veksIIRInitAlloc##SUFFIX; \
-    static constexpr auto init = veksIIRInit##SUFFIX;          \
-    static constexpr auto run = veksIIR##SUFFIX;               \
-    static constexpr auto runI = veksIIR##SUFFIX##_I;          \
-    static constexpr auto one = veksIIROne##SUFFIX;            \
-    static constexpr auto release = veksIIRFree##SUFFIX;       \
-  }
-KIND(R32, _32f, VeksIIRState_32f, Vek32f, Vek32f, 0x49493031);
-KIND(C32, _32fc, VeksIIRState_32fc, Vek32fc, Vek32fc, 0x49493033);
-KIND(R64, 64f_32f, VeksIIRState64f_32f, Vek32f, Vek64f, 0x49493137);
-KIND(C64, 64fc_32fc, VeksIIRState64fc_32fc, Vek32fc, Vek64fc, 0x49493139);
-
-template <class T>
-constexpr bool kIsComplex = std::is_same_v<T, Vek32fc> || std::is_same_v<T, Vek64fc>;
-template <class T>
-struct RealOf {
-  using type = T;
-};
-template <>
-struct RealOf<Vek32fc> {
-  using type = float;
-};
-template <>
-struct RealOf<Vek64fc> {
-  using type = double;
-};
 using Exact = std::complex<long double>;
-
 template <class T>
 Exact exact(T x) {
-  if constexpr (kIsComplex<T>) {
-    return {x.re, x.im};
-  } else {
-    return x;
-  }
+  return Exact(value(x));
 }
 template <class T>
 T rounded(Exact x) {
-  if constexpr (kIsComplex<T>) {
-    return {typename RealOf<T>::type(x.real()), typename RealOf<T>::type(x.imag())};
-  } else {
-    return T(x.real());
-  }
-}
-
-// Numbers of precision R, complex or real, every operation rounded: what the recursion is run in.
-template <class R>
-struct Number {
-  R re = 0, im = 0;
-  friend Number operator+(Number a, Number b) { return {a.re + b.re, a.im + b.im}; }
-  friend Number operator-(Number a, Number b) { return {a.re - b.re, a.im - b.im}; }
-  friend Number operator*(Number a, Number b) { return {a.re * b.re - a.im * b.im, a.re * b.im + a.im * b.re}; }
-};
-template <class R, class T>
-Number<R> number(T x) {
-  return {R(exact(x).real()), R(exact(x).imag())};
+  return make<T>(double(x.real()), double(x.imag()));
 }
 
 // ---- filters and their recursion ----------------------------------------------------------------------------------
@@ -92,7 +29,7 @@ template <class Coef>
 std::vector<Coef> tapsFromPoles(const std::vector<Exact>& poles) {
   std::vector<Exact> a = {1}, b = {1};
   for (const Exact& p : poles) {
-    const Exact zero = kIsComplex<Coef> ? p * Exact(0.7L, 0.3L) : Exact(0.5L * p.real());
+    const Exact zero = kComplex<Coef> ? p * Exact(0.7L, 0.3L) : Exact(0.5L * p.real());
     a.push_back(0), b.push_back(0);
     for (size_t k = a.size() - 1; k > 0; --k) a[k] -= p * a[k - 1], b[k] -= zero * b[k - 1];
   }
@@ -107,7 +44,7 @@ template <class Coef>
 std::vector<Exact> poles(int order, long double radius, long double turn) {
   std::vector<Exact> p;
   const long double pi = 3.14159265358979323846L;
-  if (kIsComplex<Coef>) {
+  if (kComplex<Coef>) {
     for (int k = 0; k < order; ++k) p.push_back(std::polar(radius, 2 * pi * (k + turn) / order));
   } else {
     for (int k = 0; k < order / 2; ++k)
@@ -138,54 +75,26 @@ Filter<Coef> biquadFilter(int sections, double radius) {
   return f;
 }
 
-// The recursion sample by sample in precision R.
 template <class R, class Coef, class Sample>
-std::vector<Number<R>> recursion(const Filter<Coef>& f, const std::vector<Sample>& x) {
-  std::vector<Number<R>> c, y, d;
-  for (const Coef& t : f.taps) c.push_back(number<R>(t));
-  for (const Coef& t : f.delay) d.push_back(number<R>(t));
-  d.push_back({});
-  for (const Sample& s : x) {
-    Number<R> v = number<R>(s);
-    for (int q = 0; q < std::max(1, f.numBq); ++q) {
-      const int n = f.numBq ? 2 : f.order;
-      const Number<R>*b = &c[q * 2 * (n + 1)], *a = b + n + 1;
-      Number<R>* e = &d[q * n];
-      const Number<R> out = b[0] * v + e[0];
-      if (f.numBq) {
-        e[0] = e[1] - a[1] * out + b[1] * v;
-        e[1] = b[2] * v - a[2] * out;
-      } else {
-        for (int k = 1; k <= n; ++k) e[k - 1] = b[k] * v - a[k] * out + e[k];
-      }
-      v = out;
-    }
-    y.push_back(v);
-  }
-  return y;
+std::vector<std::complex<R>> recursion(const Filter<Coef>& f, const std::vector<Sample>& x) {
+  return vektest::recursion<R>(f.taps, f.delay, f.numBq ? 2 : f.order, f.numBq > 0, x);
 }
 
 template <class K>
-typename K::State* make(const Filter<typename K::Coef>& f) {
+typename K::State* makeState(const Filter<typename K::Tap>& f) {
   typename K::State* s = nullptr;
-  if (!f.numBq) {
-    EXPECT_EQ(K::allocate(&s, f.taps.data(), f.order, f.delay.data()), vekStsNoErr);
-  } else if constexpr (std::is_same_v<K, R32>) {
-    EXPECT_EQ(veksIIRInitAlloc_BiQuad_32f(&s, f.taps.data(), f.numBq, f.delay.data()), vekStsNoErr);
-  } else if constexpr (std::is_same_v<K, C32>) {
-    EXPECT_EQ(veksIIRInitAlloc_BiQuad_32fc(&s, f.taps.data(), f.numBq, f.delay.data()), vekStsNoErr);
-  }
+  EXPECT_EQ(allocateIir<K>(&s, f.taps.data(), f.numBq ? f.numBq : f.order, f.numBq > 0, f.delay.data()), vekStsNoErr);
   return s;
 }
 
 template <class K>
-std::vector<Filter<typename K::Coef>> filters() {
-  using Coef = typename K::Coef;
+std::vector<Filter<typename K::Tap>> filters() {
+  using Coef = typename K::Tap;
   std::vector<Filter<Coef>> all;
   for (int order : {1, 2, 3, 4, 5, 7, 8, 12, 16, 31, 32, 33, 40}) all.push_back(orderFilter<Coef>(order, 0.9, 0.37));
   for (int order : {1, 2, 4, 6, 16}) all.push_back(orderFilter<Coef>(order, 0.999, 0.4));
   all.push_back(orderFilter<Coef>(2, 0.999, 0.004));  // next to a double pole at 1
-  if constexpr (std::is_same_v<Coef, typename K::Sample>)
+  if constexpr (std::is_same_v<Coef, typename K::Data>)
     for (int sections : {1, 2, 3, 4, 5, 8, 9, 17})
       for (double radius : {0.8, 0.999}) all.push_back(biquadFilter<Coef>(sections, radius));
   return all;
@@ -193,8 +102,7 @@ std::vector<Filter<typename K::Coef>> filters() {
 
 template <class K>
 class Iir : public testing::Test {};
-using Kinds = testing::Types<R32, C32, R64, C64>;
-TYPED_TEST_SUITE(Iir, Kinds);
+TYPED_TEST_SUITE(Iir, IirKinds);
 
 template <class Sample>
 std::vector<Sample> signal(int n) {
@@ -209,26 +117,26 @@ long double distance(Exact a, Exact b) { return std::abs(a - b); }
 // the generic slot runs the recursion itself.
 TYPED_TEST(Iir, FollowsTheRecursion) {
   using K = TypeParam;
-  using Sample = typename K::Sample;
-  using R = typename RealOf<typename K::Coef>::type;
+  using Sample = typename K::Data;
+  using R = PartOf<typename K::Tap>;
   for (const auto& f : filters<K>()) {
     const std::vector<Sample> x = signal<Sample>(1500);
     const auto truth = recursion<long double>(f, x);
     const auto plain = recursion<R>(f, x);
     long double largest = 0, error = 0;
     for (size_t i = 0; i < x.size(); ++i) {
-      const Exact t(truth[i].re, truth[i].im);
+      const Exact t = truth[i];
       largest = std::max(largest, std::abs(t));
-      error = std::max(error, distance(t, {plain[i].re, plain[i].im}));
+      error = std::max(error, distance(t, Exact(plain[i])));
     }
     inEverySlot([&](int slot) {
       SCOPED_TRACE(testing::Message() << "order " << f.order << ", sections " << f.numBq);
-      typename K::State* s = make<K>(f);
+      typename K::State* s = makeState<K>(f);
       std::vector<Sample> y(x.size());
       ASSERT_EQ(K::run(x.data(), y.data(), int(x.size()), s), vekStsNoErr);
       for (size_t i = 0; i < x.size(); ++i) {
-        ASSERT_TRUE(slot != 0 || sameBits(y[i], rounded<Sample>({plain[i].re, plain[i].im}))) << i;
-        ASSERT_LE(distance(exact(y[i]), {truth[i].re, truth[i].im}), error + 0x1p-23L * largest) << i;
+        ASSERT_TRUE(slot != 0 || sameBits(y[i], rounded<Sample>(Exact(plain[i])))) << i;
+        ASSERT_LE(distance(exact(y[i]), truth[i]), error + 0x1p-23L * largest) << i;
       }
       EXPECT_EQ(K::release(s), vekStsNoErr);
     });
@@ -238,12 +146,12 @@ TYPED_TEST(Iir, FollowsTheRecursion) {
 // Whatever the pieces, and one by one, and in place: one stream. Between guard pages, for all small lengths.
 TYPED_TEST(Iir, PiecesMakeOneStream) {
   using K = TypeParam;
-  using Sample = typename K::Sample;
+  using Sample = typename K::Data;
   for (const auto& f : filters<K>()) {
     if (f.order > 8 && f.order != 33) continue;
     const std::vector<Sample> x = signal<Sample>(1300);
     inEverySlot([&](int slot) {
-      typename K::State *whole = make<K>(f), *pieces = make<K>(f);
+      typename K::State *whole = makeState<K>(f), *pieces = makeState<K>(f);
       std::vector<Sample> y(x.size());
       ASSERT_EQ(K::run(x.data(), y.data(), int(x.size()), whole), vekStsNoErr);
       long double largest = 0;
@@ -257,7 +165,7 @@ TYPED_TEST(Iir, PiecesMakeOneStream) {
         } else if (n % 3) {
           ASSERT_EQ(K::run(in, out, int(n), pieces), vekStsNoErr);
         } else {
-          ASSERT_EQ(K::runI(in, int(n), pieces), vekStsNoErr);
+          ASSERT_EQ(K::runInPlace(in, int(n), pieces), vekStsNoErr);
           out.assign(in.values());
         }
         ASSERT_TRUE(in.intact() && out.intact());
@@ -272,8 +180,8 @@ TYPED_TEST(Iir, PiecesMakeOneStream) {
 
 TYPED_TEST(Iir, NotANumberSpreadsForwardOnly) {
   using K = TypeParam;
-  using Sample = typename K::Sample;
-  using Coef = typename K::Coef;
+  using Sample = typename K::Data;
+  using Coef = typename K::Tap;
   std::vector<Filter<Coef>> few = {orderFilter<Coef>(1, 0.5, 0), orderFilter<Coef>(5, 0.9, 0.2)};
   if constexpr (std::is_same_v<Coef, Sample>)
     few.insert(few.end(), {biquadFilter<Coef>(1, 0.9), biquadFilter<Coef>(3, 0.8)});
@@ -282,7 +190,7 @@ TYPED_TEST(Iir, NotANumberSpreadsForwardOnly) {
       for (int p : {0, 1, 2, 3, 6, 7, 8, 9, 300, 511, 512, 515})
         for (float bad : {HUGE_VALF, NAN}) {
           std::vector<Sample> x = signal<Sample>(600), y(600), clean(600);
-          typename K::State *s = make<K>(f), *t = make<K>(f);
+          typename K::State *s = makeState<K>(f), *t = makeState<K>(f);
           K::run(x.data(), clean.data(), 600, t);
           x[p] = rounded<Sample>(bad);
           K::run(x.data(), y.data(), 600, s);
@@ -298,7 +206,7 @@ TYPED_TEST(Iir, NotANumberSpreadsForwardOnly) {
 
 template <class K>
 size_t documentedSize(int64_t n) {
-  const bool complex = kIsComplex<typename K::Sample>;
+  const bool complex = kComplex<typename K::Data>;
   const auto up = [](int64_t x) { return (x + 31) / 32 * 32; };
   const int64_t w = complex ? 16 : 8, tables = n > 32 ? 0 : complex ? 256 + 128 * n : 320 + 64 * n;
   return size_t(128 + up(w * (2 * n + 1)) + 2 * up(w * (n + 1)) + tables);
@@ -306,13 +214,13 @@ size_t documentedSize(int64_t n) {
 
 TYPED_TEST(Iir, InitKeepsInsideTheDocumentedBuffer) {
   using K = TypeParam;
-  using Sample = typename K::Sample;
+  using Sample = typename K::Data;
   inEverySlot([](int) {
     for (int order : {1, 2, 3, 4, 8, 32, 33, 50}) {
-      const auto f = orderFilter<typename K::Coef>(order, 0.7, 0.3);
+      const auto f = orderFilter<typename K::Tap>(order, 0.7, 0.3);
       const std::vector<Sample> x = signal<Sample>(100);
       std::vector<Sample> want(100), got(100);
-      typename K::State *ref = make<K>(f), *s = nullptr;
+      typename K::State *ref = makeState<K>(f), *s = nullptr;
       K::run(x.data(), want.data(), 100, ref);
       EXPECT_EQ(K::release(ref), vekStsNoErr);
       for (size_t shift = 0; shift < 40; ++shift) {
@@ -332,8 +240,8 @@ TYPED_TEST(Iir, InitKeepsInsideTheDocumentedBuffer) {
 
 TYPED_TEST(Iir, Refusals) {
   using K = TypeParam;
-  using Coef = typename K::Coef;
-  using Sample = typename K::Sample;
+  using Coef = typename K::Tap;
+  using Sample = typename K::Data;
   inEverySlot([](int) {
     typename K::State* s = nullptr;
     std::vector<Vek8u> buffer(4096);
@@ -355,7 +263,7 @@ TYPED_TEST(Iir, Refusals) {
     Sample x = rounded<Sample>(6), y = rounded<Sample>(9);
     EXPECT_EQ(K::run(&x, nullptr, 0, s), vekStsNullPtrErr);
     EXPECT_EQ(K::run(&x, &y, 0, s), vekStsSizeErr);
-    EXPECT_EQ(K::runI(nullptr, 1, s), vekStsNullPtrErr);
+    EXPECT_EQ(K::runInPlace(nullptr, 1, s), vekStsNullPtrErr);
     EXPECT_EQ(K::one(x, nullptr, s), vekStsNullPtrErr);
     EXPECT_EQ(K::one(x, &y, nullptr), vekStsNullPtrErr);
     uint32_t& id = *reinterpret_cast<uint32_t*>(s);
@@ -383,14 +291,13 @@ TEST(Iir64, CrowdedPolesKeepThePrecisionOfTheRecursion) {
     std::vector<Exact> p;
     for (int k = 0; k < order; ++k) p.push_back(std::polar(order < 12 ? 0.95L : 0.8L, 0.05L * (k - order / 2 + 0.5L)));
     const std::vector<double> taps = tapsFromPoles<double>(p);
-    const std::vector<Number<double>> want =
-        recursion<double>(Filter<double>{order, 0, taps, std::vector<double>(size_t(order))}, x);
-    const std::vector<Number<long double>> exactly =
-        recursion<long double>(Filter<double>{order, 0, taps, std::vector<double>(size_t(order))}, x);
+    const Filter<double> f{order, 0, taps, std::vector<double>(size_t(order))};
+    const auto want = recursion<double>(f, x);
+    const auto exactly = recursion<long double>(f, x);
     double most = 0, lost = 0;
     for (size_t i = 0; i < x.size(); ++i) {
-      most = std::max(most, std::abs(want[i].re));
-      lost = std::max(lost, double(std::abs(want[i].re - exactly[i].re)));
+      most = std::max(most, std::abs(want[i].real()));
+      lost = std::max(lost, double(std::abs(want[i].real() - exactly[i].real())));
     }
     inEverySlot([&](int slot) {
       VeksIIRState64f_32f* s = nullptr;
@@ -398,7 +305,7 @@ TEST(Iir64, CrowdedPolesKeepThePrecisionOfTheRecursion) {
       std::vector<float> y(x.size());
       ASSERT_EQ(veksIIR64f_32f(x.data(), y.data(), int(x.size()), s), vekStsNoErr);
       double worst = 0;
-      for (size_t i = 0; i < x.size(); ++i) worst = std::max(worst, std::abs(y[i] - want[i].re));
+      for (size_t i = 0; i < x.size(); ++i) worst = std::max(worst, std::abs(y[i] - want[i].real()));
       EXPECT_LE(worst, 1.2e-7 * most + 2 * lost) << order << " slot " << slot;
       EXPECT_EQ(veksIIRFree64f_32f(s), vekStsNoErr);
     });

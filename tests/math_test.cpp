@@ -2,99 +2,11 @@
 // Absolute values, squares, roots, polar forms and normalisation: what they mean, how near they come, and that every
 // slot, length, alignment and in-place form gives the same bits.
 #include <complex>
-#include <functional>
 
-#include "support/data.h"
-#include "support/guarded.h"
-#include "support/slots.h"
+#include "tests/support/shapes.h"
 
 namespace vektest {
 namespace {
-
-// ---- position ------------------------------------------------------------------------------------------------------
-
-// A function of one or two sources with one or two results. `want` gives the same for n elements.
-template <class S, class D>
-struct Case {
-  using Call = std::function<VekStatus(const S*, const S*, D*, D*, int)>;
-  std::string name;
-  int sources, results;
-  Call call, want;
-  std::function<VekStatus(D*, int)> inPlace = nullptr;
-};
-
-template <class S>
-std::vector<S> inputs(size_t n) {
-  if constexpr (std::is_same_v<S, Vek32fc>) {
-    const std::vector<float> x = mixedVector<float>(2 * n + 1);
-    std::vector<S> z(n);
-    for (size_t i = 0; i < n; ++i) z[i] = {x[2 * i + i % 2], x[2 * i + 1 - i % 2]};
-    return z;
-  } else {
-    return mixedVector<S>(n);
-  }
-}
-
-template <class S, class D>
-void checkPositions(const Case<S, D>& c) {
-  std::vector<int> lengths = sweepLengths(36, 520);
-  for (int n : lengths) {
-    const std::vector<S> a = inputs<S>(size_t(n)), b = inputs<S>(size_t(n));
-    std::vector<D> want1(a.size()), want2(a.size());
-    vek::setSlotForTest(0);
-    c.want(a.data(), b.data(), want1.data(), want2.data(), n);
-    inEverySlot([&](int) {
-      for (Flush flush : {Flush::kBack, Flush::kFront}) {
-        SCOPED_TRACE(c.name + " n=" + std::to_string(n));
-        Guarded<S> src1(a, flush, size_t(n % 37)), src2(b, flush, size_t(n % 7));
-        Guarded<D> dst1(a.size(), flush, size_t(n % 31)), dst2(a.size(), flush, size_t(n % 5));
-        c.call(src1, src2, dst1, dst2, n);
-        ASSERT_TRUE(sameVectors(dst1.values(), want1));
-        ASSERT_TRUE(c.results == 1 || sameVectors(dst2.values(), want2));
-        ASSERT_TRUE(dst1.intact() && dst2.intact() && sameVectors(src1.values(), a) && sameVectors(src2.values(), b));
-        if constexpr (std::is_same_v<S, D>) {
-          c.call(src1, src2, src1, src2, n);
-          ASSERT_TRUE(sameVectors(src1.values(), want1)) << "into the source";
-          ASSERT_TRUE(sameVectors(src2.values(), c.results == 2 ? want2 : b));
-          Guarded<S> both(a, flush, size_t(n % 37));
-          if (c.inPlace) c.inPlace(both, n);
-          ASSERT_TRUE(!c.inPlace || (sameVectors(both.values(), want1) && both.intact())) << "in place";
-        }
-      }
-    });
-    if (::testing::Test::HasFatalFailure()) return;
-  }
-}
-
-// What the definition says of one element.
-template <class S, class D, class F, class Call>
-Case<S, D> formula(const char* name, Call call, F f, std::function<VekStatus(D*, int)> inPlace = nullptr) {
-  constexpr bool two = std::is_invocable_v<F, S, S>;
-  Case<S, D> c{name, two ? 2 : 1, 1, nullptr, nullptr, inPlace};
-  c.call = [call](const S* a, [[maybe_unused]] const S* b, D* d, D*, int n) {
-    if constexpr (two) return call(a, b, d, n);
-    if constexpr (!two) return call(a, d, n);
-  };
-  c.want = [f](const S* a, [[maybe_unused]] const S* b, D* d, D*, int n) {
-    for (int i = 0; i < n; ++i) {
-      if constexpr (two) d[i] = f(a[i], b[i]);
-      if constexpr (!two) d[i] = f(a[i]);
-    }
-    return vekStsNoErr;
-  };
-  return c;
-}
-
-// The results of each element on its own, for functions that the accuracy tests below judge.
-template <class S, class D>
-Case<S, D> alone(const char* name, int sources, int results, typename Case<S, D>::Call call,
-                 std::function<VekStatus(D*, int)> inPlace = nullptr) {
-  const auto want = [call](const S* a, const S* b, D* d, D* e, int n) {
-    for (int i = 0; i < n; ++i) call(a + i, b + i, d + i, e + i, 1);
-    return vekStsNoErr;
-  };
-  return {name, sources, results, call, want, inPlace};
-}
 
 using C = Vek32fc;
 
@@ -104,73 +16,51 @@ T absolute(T x) {
 }
 float power(float re, float im) { return re * re + im * im; }
 
-TEST(Math, ExactFormsFollowTheirFormulasEverywhere) {
-  checkPositions(formula<Vek16s, Vek16s>("Abs_16s", veksAbs_16s, absolute<Vek16s>, veksAbs_16s_I));
-  checkPositions(formula<Vek32s, Vek32s>("Abs_32s", veksAbs_32s, absolute<Vek32s>, veksAbs_32s_I));
-  checkPositions(formula<float, float>(
-      "Abs_32f", veksAbs_32f, [](float x) { return std::fabs(x); }, veksAbs_32f_I));
-  checkPositions(formula<float, float>(
-      "Sqr_32f", veksSqr_32f, [](float x) { return x * x; }, veksSqr_32f_I));
-  checkPositions(formula<C, C>(
-      "Sqr_32fc", veksSqr_32fc,
-      [](C z) {
-        return C{z.re * z.re - z.im * z.im, z.re * z.im + z.im * z.re};
+TEST(Math, ExactFormsFollowTheirFormulas) {
+  Shapes(mixedVector<Vek16s>(900)).check(veksAbs_16s, each(absolute<Vek16s>), veksAbs_16s_I);
+  Shapes(mixedVector<Vek32s>(900)).check(veksAbs_32s, each(absolute<Vek32s>), veksAbs_32s_I);
+  Shapes x(mixedVector<float>(900));
+  Shapes xy(mixedVector<float>(901), mixedVector<float>(902));
+  Shapes z(mixedVector<C>(900));
+  x.check(veksAbs_32f, each([](float v) { return std::fabs(v); }), veksAbs_32f_I);
+  x.check(veksSqr_32f, each([](float v) { return v * v; }), veksSqr_32f_I);
+  z.check(veksSqr_32fc, each([](C v) {
+            return C{v.re * v.re - v.im * v.im, v.re * v.im + v.im * v.re};
+          }),
+          veksSqr_32fc_I);
+  x.mayWarn().check(veksSqrt_32f, each([](float v) { return std::sqrt(v); }), veksSqrt_32f_I);
+  xy.check(veksPowerSpectrum_32f, each(power));
+  z.check(veksPowerSpectrum_32fc, each([](C v) { return power(v.re, v.im); }));
+  xy.check(veksMagnitude_32f, each([](float re, float im) { return std::sqrt(power(re, im)); }));
+  z.check(veksMagnitude_32fc, each([](C v) { return std::sqrt(power(v.re, v.im)); }));
+  x.check([](auto* s, float* d, int n) { return veksNormalize_32f(s, d, n, 1.5f, -0.3f); },
+          each([](float v) { return (v - 1.5f) / -0.3f; }));
+  z.check(
+      [](auto* s, C* d, int n) {
+        return veksNormalize_32fc(s, d, n, {1.5f, -7}, -0.3f);
       },
-      veksSqr_32fc_I));
-  checkPositions(formula<float, float>(
-      "Sqrt_32f", veksSqrt_32f, [](float x) { return std::sqrt(x); }, veksSqrt_32f_I));
-  checkPositions(formula<float, float>("PowerSpectrum_32f", veksPowerSpectrum_32f, power));
-  checkPositions(
-      formula<C, float>("PowerSpectrum_32fc", veksPowerSpectrum_32fc, [](C z) { return power(z.re, z.im); }));
-  checkPositions(formula<float, float>("Magnitude_32f", veksMagnitude_32f,
-                                       [](float re, float im) { return std::sqrt(power(re, im)); }));
-  checkPositions(
-      formula<C, float>("Magnitude_32fc", veksMagnitude_32fc, [](C z) { return std::sqrt(power(z.re, z.im)); }));
-  const auto normalize = [](const float* s, float* d, int n) { return veksNormalize_32f(s, d, n, 1.5f, -0.3f); };
-  checkPositions(formula<float, float>("Normalize_32f", normalize, [](float x) { return (x - 1.5f) / -0.3f; }));
-  const auto normalizeC = [](const C* s, C* d, int n) { return veksNormalize_32fc(s, d, n, {1.5f, -7}, -0.3f); };
-  checkPositions(formula<C, C>("Normalize_32fc", normalizeC, [](C z) {
-    return C{(z.re - 1.5f) / -0.3f, (z.im + 7) / -0.3f};
-  }));
+      each([](C v) {
+        return C{(v.re - 1.5f) / -0.3f, (v.im + 7) / -0.3f};
+      }));
 }
 
-TEST(Math, ScaledAndPolarFormsAgreeEverywhere) {
-  for (int sf : {-4, 1, 12}) {
-    checkPositions(alone<Vek8u, Vek8u>(
-        "Sqr_8u", 1, 1, [sf](auto a, auto, auto d, auto, int n) { return veksSqr_8u_Sfs(a, d, n, sf); },
-        [sf](auto d, int n) { return veksSqr_8u_ISfs(d, n, sf); }));
-    checkPositions(alone<Vek16s, Vek16s>(
-        "Sqr_16s", 1, 1, [sf](auto a, auto, auto d, auto, int n) { return veksSqr_16s_Sfs(a, d, n, sf); },
-        [sf](auto d, int n) { return veksSqr_16s_ISfs(d, n, sf); }));
-    checkPositions(alone<Vek8u, Vek8u>(
-        "Sqrt_8u", 1, 1, [sf](auto a, auto, auto d, auto, int n) { return veksSqrt_8u_Sfs(a, d, n, sf); },
-        [sf](auto d, int n) { return veksSqrt_8u_ISfs(d, n, sf); }));
-    checkPositions(alone<Vek16s, Vek16s>(
-        "Sqrt_16s", 1, 1, [sf](auto a, auto, auto d, auto, int n) { return veksSqrt_16s_Sfs(a, d, n, sf); },
-        [sf](auto d, int n) { return veksSqrt_16s_ISfs(d, n, sf); }));
-  }
-  checkPositions(alone<C, C>(
-      "Sqrt_32fc", 1, 1, [](auto a, auto, auto d, auto, int n) { return veksSqrt_32fc(a, d, n); }, veksSqrt_32fc_I));
-  checkPositions(alone<float, float>("Phase_32f", 2, 1,
-                                     [](auto a, auto b, auto d, auto, int n) { return veksPhase_32f(a, b, d, n); }));
-  checkPositions(
-      alone<C, float>("Phase_32fc", 1, 1, [](auto a, auto, auto d, auto, int n) { return veksPhase_32fc(a, d, n); }));
-  checkPositions(alone<float, C>("PolarToCart_32fc", 2, 1,
-                                 [](auto a, auto b, auto d, auto, int n) { return veksPolarToCart_32fc(a, b, d, n); }));
-  checkPositions(alone<float, float>("PolarToCart_32f", 2, 2, veksPolarToCart_32f));
-  Case<float, float> toPolar{"CartToPolar_32f", 2, 2, veksCartToPolar_32f, nullptr};
-  toPolar.want = [](auto a, auto b, auto d, auto e, int n) {
-    veksMagnitude_32f(a, b, d, n);
-    return veksPhase_32f(a, b, e, n);
+// What the parts of polar coordinates are is told by the functions for one part.
+TEST(Math, PolarFormsAreBothParts) {
+  const auto call = [](auto f) {
+    return [f](int n, const auto&... s) {
+      std::vector<float> d(static_cast<size_t>(n));
+      f(s.data()..., d.data(), n);
+      return d;
+    };
   };
-  checkPositions(toPolar);
-  Case<C, float> toPolarC{"CartToPolar_32fc", 1, 2, nullptr, nullptr};
-  toPolarC.call = [](auto a, auto, auto d, auto e, int n) { return veksCartToPolar_32fc(a, d, e, n); };
-  toPolarC.want = [](auto a, auto, auto d, auto e, int n) {
-    veksMagnitude_32fc(a, d, n);
-    return veksPhase_32fc(a, e, n);
-  };
-  checkPositions(toPolarC);
+  const auto magnitude = call(veksMagnitude_32f), phase = call(veksPhase_32f);
+  const auto magnitudeC = call(veksMagnitude_32fc), phaseC = call(veksPhase_32fc);
+  const Shapes xy(mixedVector<float>(901), mixedVector<float>(902));
+  const Shapes z(mixedVector<C>(900));
+  xy.check(veksCartToPolar_32f, [&](int n, const auto& x, const auto& y) {
+    return std::tuple{magnitude(n, x, y), phase(n, x, y)};
+  });
+  z.check(veksCartToPolar_32fc, [&](int n, const auto& v) { return std::tuple{magnitudeC(n, v), phaseC(n, v)}; });
 }
 
 // ---- integers, every value at every scale factor -------------------------------------------------------------------
@@ -345,18 +235,15 @@ TEST(Math, AbsoluteValueKeepsThePayloadOfNaN) {
 }
 
 TEST(Math, NormalizeRefusesAZeroDivisorLast) {
-  float x = 3;
-  Guarded<float> d(1);
-  Guarded<Vek32fc> e(1);
-  const Vek32fc z = {1, 2};
+  const float x = 3;
+  const C z = {1, 2};
   for (float zero : {0.0f, -0.0f}) {
-    EXPECT_EQ(veksNormalize_32f(nullptr, d, 1, 0, zero), vekStsNullPtrErr);
-    EXPECT_EQ(veksNormalize_32f(&x, d, 0, 0, zero), vekStsSizeErr);
-    EXPECT_EQ(veksNormalize_32f(&x, d, 1, 0, zero), vekStsDivByZeroErr);
-    EXPECT_EQ(veksNormalize_32fc(&z, e, 0, z, zero), vekStsSizeErr);
-    EXPECT_EQ(veksNormalize_32fc(&z, e, 1, z, zero), vekStsDivByZeroErr);
+    expectRefused<float>(vekStsNullPtrErr, [=](float* d) { return veksNormalize_32f(nullptr, d, 1, 0, zero); });
+    expectRefused<float>(vekStsSizeErr, [=](float* d) { return veksNormalize_32f(&x, d, 0, 0, zero); });
+    expectRefused<float>(vekStsDivByZeroErr, [=](float* d) { return veksNormalize_32f(&x, d, 1, 0, zero); });
+    expectRefused<C>(vekStsSizeErr, [=](C* d) { return veksNormalize_32fc(&z, d, 0, z, zero); });
+    expectRefused<C>(vekStsDivByZeroErr, [=](C* d) { return veksNormalize_32fc(&z, d, 1, z, zero); });
   }
-  EXPECT_TRUE(d.untouched() && e.untouched());
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+// Up- and down-sampling, and the Goertzel transform against its recurrence.
 #include <limits.h>
 
 #include <complex>
@@ -32,7 +33,7 @@ class Sample : public ::testing::Test {};
 using Types = ::testing::Types<Vek32f, Vek32fc>;
 TYPED_TEST_SUITE(Sample, Types);
 
-TYPED_TEST(Sample, everyFactorPhaseAndLength) {
+TYPED_TEST(Sample, EveryFactorPhaseAndLength) {
   using T = TypeParam;
   inEverySlot([](int) {
     for (int n : sweepLengths(70, 600))
@@ -58,7 +59,7 @@ TYPED_TEST(Sample, everyFactorPhaseAndLength) {
 }
 
 // Sums and products with such factors go beyond 32 bits.
-TYPED_TEST(Sample, downByFactorsThatHardlyFitAnInt) {
+TYPED_TEST(Sample, DownByFactorsThatHardlyFitAnInt) {
   using T = TypeParam;
   inEverySlot([](int) {
     for (const int factor : {INT_MAX, INT_MAX - 1, INT_MAX / 2 + 1, INT_MAX / 2})
@@ -76,7 +77,7 @@ TYPED_TEST(Sample, downByFactorsThatHardlyFitAnInt) {
   });
 }
 
-TEST(SampleChecks, orderAndUntouchedOutputs) {
+TEST(SampleChecks, OrderAndUntouchedOutputs) {
   inEverySlot([](int) {
     const Vek32f x[] = {1, 2};
     Vek32f y[8] = {};
@@ -158,10 +159,10 @@ void checkGoertzel(VekStatus (*one)(const T*, int, Vek32fc*, Vek32f),
   });
 }
 
-TEST(Goertzel, realMatchesTheRecurrence) { checkGoertzel(veksGoertz_32f, veksGoertzTwo_32f); }
-TEST(Goertzel, complexMatchesTheRecurrence) { checkGoertzel(veksGoertz_32fc, veksGoertzTwo_32fc); }
+TEST(Goertzel, RealMatchesTheRecurrence) { checkGoertzel(veksGoertz_32f, veksGoertzTwo_32f); }
+TEST(Goertzel, ComplexMatchesTheRecurrence) { checkGoertzel(veksGoertz_32fc, veksGoertzTwo_32fc); }
 
-TEST(Goertzel, longBlocksStayWithinAnUlp) {
+TEST(Goertzel, LongBlocksStayWithinAnUlp) {
   std::vector<Vek32f> x = randomVector<Vek32f>(3000001);
   for (size_t i = 0; i < x.size(); ++i) x[i] += 900 * std::cos(double(0.1234f) * 6.283185307179586 * double(i));
   const std::complex<double> want = horner(x, 0.1234f);
@@ -194,12 +195,12 @@ void checkInfinities(VekStatus (*one)(const T*, int, Vek32fc*, Vek32f),
     }
   }
 }
-TEST(Goertzel, infinitiesAreThoseOfTheRecurrence) {
+TEST(Goertzel, InfinitiesAreThoseOfTheRecurrence) {
   checkInfinities(veksGoertz_32f, veksGoertzTwo_32f);
   checkInfinities(veksGoertz_32fc, veksGoertzTwo_32fc);
 }
 
-TEST(Goertzel, checksAndPlainSum) {
+TEST(Goertzel, ChecksAndPlainSum) {
   inEverySlot([](int) {
     const Vek32f x[] = {1, 2, 4};
     Vek32fc v[2] = {{5, 5}, {5, 5}};

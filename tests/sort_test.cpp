@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+// Sorting and its indices: order, permutation, pace over shapes that sorts stumble over.
 #include <algorithm>
 #include <ctime>
 #include <functional>
@@ -119,14 +120,14 @@ class Sort : public ::testing::Test {};
 using Types = ::testing::Types<Vek8u, Vek16s, Vek32s, Vek32f>;
 TYPED_TEST_SUITE(Sort, Types);
 
-TYPED_TEST(Sort, everyLengthAndAlignment) {
+TYPED_TEST(Sort, EveryLengthAndAlignment) {
   inEverySlot([](int) {
     for (int n : sweepLengths(300, 1100))
       checkSort(mixedVector<TypeParam>(n), n % 2 ? Flush::kBack : Flush::kFront, n % 5 * sizeof(TypeParam));
   });
 }
 
-TYPED_TEST(Sort, shapesOnBothSidesOfTheBuffers) {
+TYPED_TEST(Sort, ShapesOnBothSidesOfTheBuffers) {
   inEverySlot([](int) {
     for (int n : {127, 1000, 2049, 4097, 8193, 70001})
       for (const auto& [name, v] : shapes<TypeParam>(n)) {
@@ -137,7 +138,7 @@ TYPED_TEST(Sort, shapesOnBothSidesOfTheBuffers) {
 }
 
 // NaNs of both signs with payloads in every density.
-TEST(SortFloats, nansGatherBehindNumbers) {
+TEST(SortFloats, NansGatherBehindNumbers) {
   inEverySlot([](int) {
     for (int n : {1, 2, 9, 64, 129, 3000})
       for (unsigned every : {1u, 2u, 10u}) {
@@ -152,7 +153,7 @@ TEST(SortFloats, nansGatherBehindNumbers) {
   });
 }
 
-TEST(SortSpeed, noShapeTakesMuchLongerThanRandom) {
+TEST(SortSpeed, NoShapeTakesMuchLongerThanRandom) {
   const int n = 200000;
   inEverySlot([&](int) {
     const auto seconds = [&](const std::vector<Vek32s>& in, bool index) {
@@ -175,7 +176,7 @@ TEST(SortSpeed, noShapeTakesMuchLongerThanRandom) {
   });
 }
 
-TEST(SortExamples, smallOnes) {
+TEST(SortExamples, SmallOnes) {
   inEverySlot([](int) {
     Vek32s a[] = {3, 1, 2};
     int index[3];

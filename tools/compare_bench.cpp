@@ -38,7 +38,7 @@
 #include <vector>
 
 #include "core/slots.h"
-#include "support/generic.h"
+#include "tests/support/generic.h"
 
 // The arguments and states of tests/support/generic.h come from functions of this program that have the library's
 // names: each jumps to where it is bound, so a state is made by the library that will use it.

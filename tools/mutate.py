@@ -112,7 +112,8 @@ class Bench:
         self.objects = sorted(set(self.objects))
         self.tests = sorted(o for o in self.commands if re.search(r"_test\.cpp\.o$", o) and pathlib.Path(o).name[:-6]
                             not in SKIPPED_PROGRAMS)
-        self.support = [str(o.relative_to(BUILD)) for o in BUILD.glob("tests/CMakeFiles/vek_generic_rows.dir/**/*.o")]
+        self.support = [str(o.relative_to(BUILD)) for kind in ("generic_rows", "fuzz_driver", "test_heap")
+                        for o in BUILD.glob(f"tests/CMakeFiles/vek_{kind}.dir/**/*.o")]
         self.dependents = collections.defaultdict(set)
         for block in run(["ninja", "-C", BUILD, "-t", "deps"]).stdout.split("\n\n"):
             head, *files = block.strip().split("\n")
@@ -181,7 +182,7 @@ class Bench:
         frame = {o for o in self.objects if "_slot_" not in o}
         self.reach = {}
         for t in self.tests:
-            todo = needs[t].union(*(needs[s] for s in self.support if "generic_test" in t))
+            todo = needs[t].union(*(needs[s] for s in self.support if "generic_test" in t or "lengths_test" in t))
             seen, found, direct = set(), set(), None
             while todo:
                 new = set().union(*(defined[n] for n in todo if n in defined)) - found
@@ -219,7 +220,8 @@ class Bench:
 
     def link(self, program, changed):
         objects = [changed.get(o, BUILD / o) for o in self.objects + self.tests + self.support]
-        r = run(["g++", *self.fast, "-o", program, *objects, "-lgtest_main", "-lgtest", "-lm", "-Wl,-z,now"], cwd=BUILD)
+        r = run(["g++", *self.fast, "-o", program, *objects, "-lgtest_main", "-lgtest", "-lm", "-Wl,-z,now",
+                 "-Wl,--wrap=malloc", "-Wl,--wrap=free"], cwd=BUILD)
         return r.returncode == 0 or r.stderr[-2000:]
 
     def test(self, program, t, cpu_seconds):
@@ -315,7 +317,7 @@ class Bench:
         core = all("_slot_" not in o for o in changed)
         for t in self.tests:
             direct, found = self.reach[t]
-            general = any(g in t for g in ("digest_test", "generic_test", "cpp_test", "large_test", "allocation_test"))
+            general = any(g in t for g in ("digest_test", "generic_test", "lengths_test", "cpp_test", "large_test", "allocation_test"))
             if changed & (direct if core else found) or t in changed:
                 tests.append((general, not changed & direct, self.cost[t], t))
         return [t[-1] for t in sorted(tests)]

@@ -136,6 +136,7 @@ struct Case {
   bool rounded = false, bad;  // several arguments wrong at once
 
   explicit Case(const Row& r, Input& in);
+  Case(const Row& r, const Case& inPlace);
   std::string describe() const;
 
  private:
@@ -180,9 +181,10 @@ void Case::setInts(Input& in) {
           p.type.find("Hint") == std::string::npos)
         continue;
     }
-    ints[p.name] = !isLength(p.name)        ? number(in, p.name)
-                   : in.oneIn(bad ? 3 : 50) ? in.any({0, -1, INT_MIN})
-                                            : length(in, quadratic);
+    ints[p.name] = !isLength(p.name)                           ? number(in, p.name)
+                   : in.fixedLength && p.name != "src2Len"     ? in.fixedLength
+                   : !in.fixedLength && in.oneIn(bad ? 3 : 50) ? in.any({0, -1, INT_MIN})
+                                                               : length(in, quadratic);
   }
   if (ints.count("factor"))
     ints["*pPhase"] = in.oneIn(8) ? in.any({-1, 9, 10}) : int(in.below(uint32_t(std::max(1, ints["factor"]))));
@@ -196,7 +198,7 @@ void Case::setValue(Input& in, size_t i) {
     v.whole = whole->second;
   } else {
     v.written = v.pointer && p.type.find("const") == std::string::npos;
-    v.null = v.pointer && in.oneIn(bad ? 4 : 200);
+    v.null = v.pointer && !in.fixedLength && in.oneIn(bad ? 4 : 200);
     const size_t n = v.pointer ? count(p) : 1;
     v.before.resize(n * v.type.size());
     const bool bounded = rounded && v.type.kind == 'f';
@@ -238,11 +240,33 @@ void Case::share(Input& in) {
   }
 }
 
-Case::Case(const Row& r, Input& in) : row(r), name(r.name + 4), bad(in.oneIn(6)) {
+Case::Case(const Row& r, Input& in) : row(r), name(r.name + 4), bad(!in.fixedLength && in.oneIn(6)) {
   setInts(in);
   rounded = isRounded(name, ints.count("hint") ? ints["hint"] : 0);
   for (size_t i = 0; i < row.parameters.size(); ++i) setValue(in, i);
   share(in);
+}
+
+// The call of a function that means what a call of its in-place form does: pSrcDst is the last source.
+Case::Case(const Row& r, const Case& inPlace)
+    : row(r), name(r.name + 4), ints(inPlace.ints), rounded(inPlace.rounded), bad(inPlace.bad) {
+  size_t sources = 0, seen = 0;
+  for (const Parameter& p : r.parameters) sources += p.array && p.name != "pDst";
+  for (const Parameter& p : r.parameters) {
+    const bool shared = p.name == "pDst" || (p.array && ++seen == sources);
+    size_t same = 0, arrays = 0;
+    for (size_t i = 0; i < inPlace.values.size(); ++i) {
+      const Parameter& q = inPlace.row.parameters[i];
+      arrays += q.array;
+      if (shared ? q.name == "pSrcDst" : p.array ? q.array && arrays == seen : q.name == p.name) {
+        same = i;
+        if (p.array) break;
+      }
+    }
+    values.push_back(inPlace.values[same]);
+    values.back().written = p.name == "pDst";
+    values.back().alias = -1;
+  }
 }
 
 std::string Case::describe() const {
@@ -429,19 +453,51 @@ std::string compare(const Case& c, const Outcome& model, const Outcome& o) {
   return "";
 }
 
+// The form of a function that works in place has another, whose name lacks the I.
+std::string checkSibling(const Case& c, const Outcome& model) {
+  const std::string name = c.row.name;
+  const size_t at = name.find("_ISfs") != std::string::npos ? name.find("_ISfs") + 1 : name.size() - 1;
+  const std::string other = at + 1 < name.size() ? name.substr(0, at) + "Sfs" : name.substr(0, at - 1);
+  if (name[at] != 'I' || name[at - 1] != '_') return "";
+  for (const Row& r : allRows()) {
+    if (r.name != other) continue;
+    const Case apart(r, c);
+    const Outcome o = call(apart, nullptr);
+    if (o.status != model.status) return "status " + std::to_string(o.status) + " of the form that is not in place";
+    for (size_t i = 0; i < c.values.size(); ++i)
+      for (size_t k = 0; k < apart.values.size(); ++k)
+        if (c.values[i].written && apart.values[k].written && !c.rounded && o.status >= 0 &&
+            !alike(c, i, model.after[i], o.after[k]))
+          return "other results than the form that is not in place";
+  }
+  return "";
+}
+
+bool hasState(const Row& r) {
+  for (const Parameter& p : r.parameters)
+    if (p.type.find("State") != std::string::npos || p.type.find("Spec") != std::string::npos) return true;
+  return false;
+}
+
 }  // namespace
+
+std::string sweptCall(size_t row, int length) {
+  const uint8_t seed[] = {uint8_t(row), uint8_t(row >> 8), uint8_t(length), uint8_t(length >> 8)};
+  Input in(seed, sizeof seed);
+  in.fixedLength = length;
+  return fuzzCall(row, in);
+}
 
 std::string fuzzCall(size_t row, Input& in) {
   const Row& r = allRows()[row];
-  if (!r.returnsStatus) return "";
-  for (const Parameter& p : r.parameters)
-    if (p.type.find("State") != std::string::npos || p.type.find("Spec") != std::string::npos) return "";
+  if (!r.returnsStatus || hasState(r)) return "";
   const Case c(r, in);
   for (const Value& v : c.values)
     if (v.before.size() > Slab::kSize - 128) return "";
   vek::setSlotForTest(0);
   const Outcome model = call(c, nullptr);
   std::string problem = compare(c, model, model);
+  if (problem.empty() && in.fixedLength) problem = checkSibling(c, model);
   if (problem.empty() && model.status >= 0 && elementwise(c)) problem = checkPlain(operands(c, model, model));
   if (problem.empty() && model.status >= 0 && elementwise(c))
     for (int k = 0; k < 4 && problem.empty(); ++k)

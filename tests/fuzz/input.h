@@ -40,6 +40,9 @@ class Input {
   int between(int low, int high) { return low + int(below(uint32_t(high - low) + 1)); }
   int any(std::initializer_list<int> list) { return list.begin()[below(uint32_t(list.size()))]; }
 
+  // Where this is not 0, calls have this length and no wrong arguments.
+  int fixedLength = 0;
+
  private:
   const uint8_t *at_, *end_;
   uint64_t state_ = 14695981039346656037u;
@@ -64,6 +67,8 @@ std::string fuzz(const uint8_t* data, size_t size);
 
 // The two kinds of targets.
 std::string fuzzCall(size_t row, Input& in);
+// Of a call of this length, and of the in-place form of a function against the other.
+std::string sweptCall(size_t row, int length);
 constexpr size_t kStreams = 17;
 std::string fuzzStream(size_t stream, Input& in);
 

@@ -3,8 +3,8 @@
 #include <climits>
 #include <complex>
 
-#include "tests/fir_kinds.h"
 #include "tests/fuzz/input.h"
+#include "tests/support/definitions.h"
 
 namespace vektest {
 namespace {
@@ -60,22 +60,6 @@ std::string inPieces(Input& in, State* state, const std::vector<Data>& x, size_t
 }
 
 // ---- FIR ----------------------------------------------------------------------------------------------------------
-
-struct Rate {
-  int taps, up, upPhase, down, downPhase;
-};
-
-template <class Kind>
-std::vector<Expected> filtered(const Rate& r, const std::vector<typename Kind::Tap>& taps,
-                               const Stream<typename Kind::Data>& x) {
-  std::vector<Expected> y(x.now.size() / size_t(r.down) * size_t(r.up));
-  for (size_t i = 0; i < y.size(); ++i) {
-    const int64_t at = int64_t(i) * r.down + r.downPhase - r.upPhase;
-    for (int64_t k = (at % r.up + r.up) % r.up; k < r.taps; k += r.up)
-      y[i].add(value(taps[size_t(k)]), x.at((at - k) / r.up));
-  }
-  return y;
-}
 
 // A state in one of the ways to make it; one inside a buffer keeps the buffer.
 template <class Kind>
@@ -143,23 +127,6 @@ std::string fir(Input& in, bool multiRate) {
 
 // ---- IIR ----------------------------------------------------------------------------------------------------------
 
-#define VEK_IIR_KIND(NAME, SUFFIX, STATE, SAMPLE, COEF, REAL)  \
-  struct NAME {                                                \
-    using State = STATE;                                       \
-    using Data = SAMPLE;                                       \
-    using Tap = COEF;                                          \
-    using Real = REAL;                                         \
-    static constexpr auto allocate = veksIIRInitAlloc##SUFFIX; \
-    static constexpr auto run = veksIIR##SUFFIX;               \
-    static constexpr auto runInPlace = veksIIR##SUFFIX##_I;    \
-    static constexpr auto one = veksIIROne##SUFFIX;            \
-    static constexpr auto release = veksIIRFree##SUFFIX;       \
-  }
-VEK_IIR_KIND(Iir32f, _32f, VeksIIRState_32f, Vek32f, Vek32f, float);
-VEK_IIR_KIND(Iir32fc, _32fc, VeksIIRState_32fc, Vek32fc, Vek32fc, float);
-VEK_IIR_KIND(Iir64f, 64f_32f, VeksIIRState64f_32f, Vek32f, Vek64f, double);
-VEK_IIR_KIND(Iir64fc, 64fc_32fc, VeksIIRState64fc_32fc, Vek32fc, Vek64fc, double);
-
 // b and a of one section; a[0] is a power of two, so that normalising is exact.
 template <class Tap>
 void addSection(Input& in, int order, std::vector<Tap>& taps) {
@@ -179,37 +146,6 @@ void addSection(Input& in, int order, std::vector<Tap>& taps) {
   }
   for (int k = 0; k <= order; ++k) taps.push_back(make<Tap>(in.uniform() + (k == 0 ? 1.5 : 0), in.uniform()));
   for (const Value& v : a) taps.push_back(make<Tap>(v.real(), v.imag()));
-}
-
-// The recursion in precision R, every operation rounded.
-template <class R, class Kind>
-std::vector<std::complex<R>> recursion(const std::vector<typename Kind::Tap>& taps,
-                                       std::vector<typename Kind::Tap> delay, int order, bool biquads,
-                                       const std::vector<typename Kind::Data>& x) {
-  using C = std::complex<R>;
-  std::vector<C> d, y, c;
-  for (const auto& v : delay) d.emplace_back(value(v));
-  d.emplace_back(0);
-  const size_t n = size_t(order), sections = taps.size() / (2 * n + 2);
-  for (size_t i = 0; i < taps.size(); ++i)
-    c.push_back(C(value(taps[i])) * R(1 / value(taps[i / (2 * n + 2) * (2 * n + 2) + n + 1]).real()));
-  for (const auto& sample : x) {
-    C v = C(value(sample));
-    for (size_t q = 0; q < sections; ++q) {
-      const C *b = &c[q * (2 * n + 2)], *a = b + n + 1;
-      C* e = &d[q * n];
-      const C out = b[0] * v + e[0];
-      if (biquads) {
-        e[0] = e[1] - a[1] * out + b[1] * v;
-        e[1] = b[2] * v - a[2] * out;
-      } else {
-        for (size_t k = 1; k <= n; ++k) e[k - 1] = b[k] * v - a[k] * out + (k < n ? e[k] : C(0));
-      }
-      v = out;
-    }
-    y.push_back(v);
-  }
-  return y;
 }
 
 // States that are none, filters that cannot be normalised or of no size, and memory that runs out.
@@ -249,8 +185,8 @@ std::string iir(Input& in, bool biquads) {
   const std::vector<Data> x = signal<Data>(in, size_t(in.between(1, in.oneIn(4) ? 1500 : 200)));
   const bool fresh = in.oneIn(2);
   const auto delay = fresh ? std::vector<Tap>(size_t(order * sections)) : signal<Tap>(in, size_t(order * sections));
-  const auto plain = recursion<typename Kind::Real, Kind>(taps, delay, order, biquads, x);
-  const auto truth = recursion<long double, Kind>(taps, delay, order, biquads, x);
+  const auto plain = recursion<PartOf<Tap>>(taps, delay, order, biquads, x);
+  const auto truth = recursion<long double>(taps, delay, order, biquads, x);
   long double largest = 0, error = 0;
   for (size_t i = 0; i < x.size(); ++i) {
     largest = std::max(largest, std::abs(truth[i]));
@@ -260,12 +196,7 @@ std::string iir(Input& in, bool biquads) {
   return everySlot([&](int slot) -> std::string {
     const Tap* const d = fresh ? nullptr : delay.data();
     const auto built = [&](const Tap* t, int n, typename Kind::State** s) {
-      if constexpr (std::is_same_v<Kind, Iir32f>) {
-        if (biquads) return veksIIRInitAlloc_BiQuad_32f(s, t, n, d);
-      } else if constexpr (std::is_same_v<Kind, Iir32fc>) {
-        if (biquads) return veksIIRInitAlloc_BiQuad_32fc(s, t, n, d);
-      }
-      return Kind::allocate(s, t, n, d);
+      return allocateIir<Kind>(s, t, n, biquads, d);
     };
     typename Kind::State* state = nullptr;
     if (built(taps.data(), biquads ? sections : order, &state) != vekStsNoErr) return "no state";
@@ -287,40 +218,13 @@ std::string iir(Input& in, bool biquads) {
 
 // ---- cosine transforms --------------------------------------------------------------------------------------------
 
-struct Sizes {
-  size_t spec, work;
-};
-Sizes dctSizes(size_t len) {
-  if (len <= 8 && (len & (len - 1)) == 0) return {352, 0};
-  if (len == 16 || len == 32) return {400, 0};
-  if (len == 64) return {704, 0};
-  if ((len & (len - 1)) == 0) return {8 * len + len / 2 + (len < 4096 ? 576 : 9216), size_t(len < 4096 ? 0 : 32832)};
-  if (len < 86) return {16 * len + 192, 4 * len + 64};
-  const size_t m = len % 2 ? len : len / 2;
-  size_t p = 1;
-  while (p < 2 * m - 1) p *= 2;
-  return {20 * p + 8 * m + 4 * len + 1024, 8 * p + 64};
-}
-
-std::vector<double> cosines(const std::vector<Vek32f>& x, bool inverse) {
-  const size_t n = x.size();
-  std::vector<double> table(4 * n), y(n);
-  for (size_t i = 0; i < 4 * n; ++i) table[i] = std::cos(M_PI * double(i) / (2 * double(n)));
-  for (size_t i = 0; i < n; ++i)
-    for (size_t j = 0; j < n; ++j) {
-      const size_t k = inverse ? j : i, t = inverse ? i : j;
-      y[i] += double(x[j]) * table[(2 * t + 1) * k % (4 * n)] * std::sqrt((k ? 2.0 : 1.0) / double(n));
-    }
-  return y;
-}
-
 template <class Spec, class InitAlloc, class Init, class Run, class RunI, class Free>
 std::string dct(Input& in, bool inverse, InitAlloc initAlloc, Init init, Run run, RunI runInPlace, Free release) {
   const size_t len = in.oneIn(3) ? size_t(1) << in.below(10) : size_t(in.between(1, in.oneIn(3) ? 400 : 90));
   const std::vector<Vek32f> x = signal<Vek32f>(in, len);
   const std::vector<double> want = cosines(x, inverse);
   return everySlot([&](int) -> std::string {
-    const Sizes sizes = dctSizes(len);
+    const DctSizes sizes = dctSizes(len);
     Guarded<Vek8u> buffer(sizes.spec, Flush::kBack, in.random() % 64), work(sizes.work, Flush::kBack, in.random() % 64);
     Spec* spec = nullptr;
     const bool owned = in.oneIn(2), inPlace = in.oneIn(2);
@@ -334,8 +238,7 @@ std::string dct(Input& in, bool inverse, InitAlloc initAlloc, Init init, Run run
       const std::vector<Vek32f> y = (inPlace ? src : dst).values();
       double off = 0, size = 0;
       for (size_t i = 0; i < len; ++i) off += std::norm(double(y[i]) - want[i]), size += want[i] * want[i];
-      const double bound = (len & (len - 1) ? 2 : 1) * (0.6e-7 * std::sqrt(std::log2(double(len))) + 1e-7);
-      if (std::sqrt(off) > bound * std::sqrt(size) + 1e-30)
+      if (std::sqrt(off) > dctError(len) * std::sqrt(size) + 1e-30)
         return "cosine transform of " + std::to_string(len) + " points, error " +
                std::to_string(std::sqrt(off / size) * 1e7) + "e-7";
     }
@@ -381,15 +284,9 @@ std::string resampled(Input& in, Up up, Down down) {
 template <class T, class Apart, class InPlace>
 std::string median(Input& in, const char* type, Apart apart, InPlace inPlace) {
   const int len = in.between(1, 300), mask = in.between(1, in.oneIn(3) ? 400 : 40);
-  std::vector<T> x(static_cast<size_t>(len)), want = x, window;
+  std::vector<T> x(static_cast<size_t>(len));
   fill(in, typeOf(type), in.oneIn(2) ? Flavour::kSmall : Flavour::kUniform, x.data(), x.size());
-  const int half = len < 3 ? 0 : (mask - 1) / 2;
-  for (int i = 0; i < len; ++i) {
-    window.clear();
-    for (int k = i - half; k <= i + half; ++k) window.push_back(x[size_t(std::clamp(k, 0, len - 1))]);
-    std::nth_element(window.begin(), window.begin() + half, window.end());
-    want[size_t(i)] = window[size_t(half)];
-  }
+  const std::vector<T> want = medians(x, mask);
   return everySlot([&](int) -> std::string {
     const bool same = in.random() % 2;
     Guarded<T> src = placed(in, x), dst = placed(in, x);

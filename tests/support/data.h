@@ -146,6 +146,7 @@ bool sameBits(const T& a, const T& b) {
 template <class T>
 ::testing::AssertionResult sameVectors(const std::vector<T>& got, const std::vector<T>& want) {
   if (got.size() != want.size()) return ::testing::AssertionFailure() << "sizes differ";
+  if (got.empty() || memcmp(got.data(), want.data(), got.size() * sizeof(T)) == 0) return ::testing::AssertionSuccess();
   for (size_t i = 0; i < got.size(); ++i)
     if (!sameBits(got[i], want[i]))
       return ::testing::AssertionFailure()

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "support/generic.h"
+#include "tests/support/generic.h"
 
 #include <stdio.h>
 #include <stdlib.h>
@@ -79,7 +79,7 @@ T plainValue(const std::string& name) {
 template <class T>
 constexpr bool kOpaque = false;
 
-#include "generic_states.inc"
+#include "tests/support/generic_states.inc"
 
 // Where the array of a region begins, in its own elements: elsewhere in each, lest twins mix up their indices
 // unnoticed.

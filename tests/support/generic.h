@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "raw_call.h"
+#include "tests/support/raw_call.h"
 #include "vek.h"
 #include "vekx.h"
 

@@ -51,7 +51,7 @@ class Guarded {
   ~Guarded() {
     if (!inner_) return;
     const size_t page = size_t(sysconf(_SC_PAGESIZE));
-    if (innerSize_ > 16 * page) {
+    if (innerSize_ > 256 * page) {
       munmap(inner_ - page, innerSize_ + 2 * page);
     } else {
       idlePages(innerSize_).push_back(inner_);

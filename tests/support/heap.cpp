@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "support/heap.h"
+#include "tests/support/heap.h"
 
 #include <stdlib.h>
 
