@@ -3,7 +3,8 @@
 
 # How every file of a library is compiled. Contraction is off everywhere: results must not depend on what a compiler
 # fuses. Nor may they, or what a slot demands of the processor, depend on flags of a parent project or the environment,
-# which come before these. Every place that an indirect jump may lead to says so. No exceptions, type information or guarded statics: a library runs on libc and libm alone.
+# which come before these. Every place that an indirect jump may lead to says so. No exceptions, type information or
+# guarded statics: a library runs on libc and libm alone.
 add_library(vek_build INTERFACE)
 target_include_directories(vek_build INTERFACE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include)
 target_compile_features(vek_build INTERFACE cxx_std_20)
@@ -55,6 +56,76 @@ function(vek_object_targets library frame kernels)
   endforeach()
   set(${frame} ${found_frame} PARENT_SCOPE)
   set(${kernels} ${found_kernels} PARENT_SCOPE)
+endfunction()
+
+# The dispatch tables, formed from what the kernels' objects define, and what says which slot may be in force: the target
+# name_tables for all slots, or name_tables_slot for a library that has only that one.
+function(vek_add_tables name)
+  set(target ${name}_tables)
+  set(choice vek_any_slot)
+  set(options)
+  set(definition)
+  foreach(slot IN LISTS ARGN)
+    set(target ${name}_tables_${slot})
+    set(choice vek_only_${slot})
+    set(options --slot ${slot})
+    set(definition VEK_ONLY_SLOT=vek::kSlot_${slot})
+  endforeach()
+  set(file ${derived}/${target}.cpp)
+  add_custom_command(
+    OUTPUT ${file}
+    COMMAND ${derive} tables --headers ${headers} --objects @${list} --out ${file} ${options}
+    COMMAND ${CMAKE_COMMAND} -E touch ${file}
+    DEPENDS ${headers} ${kernels} ${list} ${derive_sources}
+    VERBATIM)
+  vek_add_objects(${target} ${file})
+  add_dependencies(${target} ${name}_derived)
+  if(NOT TARGET ${choice})
+    vek_add_objects(${choice} ${PROJECT_SOURCE_DIR}/core/only_slot.cpp)
+    target_compile_definitions(${choice} PRIVATE ${definition})
+    add_dependencies(${choice} ${name}_derived)
+  endif()
+  set(tables $<TARGET_OBJECTS:${target}> $<TARGET_OBJECTS:${choice}> PARENT_SCOPE)
+endfunction()
+
+# What makes a shared library of objects: soname, exports, hardening.
+function(vek_set_shared name target)
+  set_target_properties(${target} PROPERTIES OUTPUT_NAME ${name} LINKER_LANGUAGE C VERSION ${arg_VERSION} SOVERSION ${major}
+                                             LINK_DEPENDS ${exports})
+  target_link_libraries(${target} PRIVATE m)
+  target_link_options(${target} PRIVATE -Wl,--version-script=${exports} -Wl,-Bsymbolic-functions -Wl,-z,relro -Wl,-z,now
+                      -Wl,-z,noexecstack -Wl,-z,text -Wl,--as-needed)
+  if(NOT VEK_SANITIZE)
+    # Nothing of the C library's start files is needed, and theirs lack the control-flow notes without which the whole
+    # file counts as unprotected.
+    target_link_options(${target} PRIVATE -Wl,-z,defs -nostartfiles)
+  endif()
+endfunction()
+
+# One shared library for each slot that has code of its own, of the same name, from the same objects. Who puts its
+# directory into LD_LIBRARY_PATH forces the slot; the library itself reads no environment.
+function(vek_add_slot_libraries name)
+  foreach(slot IN LISTS VEK_ALL_SLOTS)
+    if(slot STREQUAL "mx" OR slot IN_LIST VEK_SLOTS)
+      vek_add_tables(${name} ${slot})
+      set(code)
+      foreach(serving IN LISTS VEK_SERVING_${slot})
+        foreach(target ${name}_slot_${serving} vek_both_slot_${serving})
+          if(TARGET ${target})
+            list(APPEND code $<TARGET_OBJECTS:${target}>)
+          endif()
+        endforeach()
+      endforeach()
+      add_library(${name}_only_${slot}_shared SHARED ${frame} ${tables} ${code})
+      vek_set_shared(${name} ${name}_only_${slot}_shared)
+      target_link_options(${name}_only_${slot}_shared PRIVATE -Wl,--gc-sections)
+      set_target_properties(${name}_only_${slot}_shared PROPERTIES LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/slots/${slot})
+      if(VEK_INSTALL)
+        install(TARGETS ${name}_only_${slot}_shared
+                LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/vek/slots/${slot} NAMELINK_SKIP)
+      endif()
+    endif()
+  endforeach()
 endfunction()
 
 # One file that the prototypes imply; its stamp is added to the caller's `stamps`.
@@ -111,43 +182,31 @@ function(vek_add_library name)
     list(APPEND kernels $<TARGET_OBJECTS:${target}>)
   endforeach()
 
-  # Tables are formed from what the kernels' objects define.
   set(list ${derived}/kernel_objects.txt)
-  set(tables ${derived}/tables.cpp)
   file(GENERATE OUTPUT ${list} CONTENT "$<JOIN:${kernels},\n>\n")
-  add_custom_command(
-    OUTPUT ${tables}
-    COMMAND ${derive} tables --headers ${headers} --objects @${list} --out ${tables}
-    COMMAND ${CMAKE_COMMAND} -E touch ${tables}
-    DEPENDS ${headers} ${kernels} ${list} ${derive_sources}
-    VERBATIM)
-  vek_add_objects(${name}_derived_objects ${derived}/entries.S ${derived}/idx.cpp ${tables})
+  vek_add_objects(${name}_derived_objects ${derived}/entries.S ${derived}/idx.cpp)
   foreach(target ${both_frame} ${both_kernels} ${own_frame} ${own_kernels} ${name}_derived_objects)
     add_dependencies(${target} ${name}_derived)
   endforeach()
-  set(objects $<TARGET_OBJECTS:${name}_derived_objects> ${kernels})
+  set(frame $<TARGET_OBJECTS:${name}_derived_objects>)
   foreach(target ${both_frame} ${own_frame})
-    list(APPEND objects $<TARGET_OBJECTS:${target}>)
+    list(APPEND frame $<TARGET_OBJECTS:${target}>)
   endforeach()
+  vek_add_tables(${name})
 
   string(REGEX REPLACE "^vek_" "" prefix ${name}_)
   foreach(kind shared static)
     string(TOUPPER ${kind} type)
-    add_library(${name}_${kind} ${type} ${objects})
+    add_library(${name}_${kind} ${type} ${frame} ${tables} ${kernels})
     add_library(vek::${prefix}${kind} ALIAS ${name}_${kind})
     set_target_properties(${name}_${kind} PROPERTIES OUTPUT_NAME ${name} EXPORT_NAME ${prefix}${kind} LINKER_LANGUAGE C)
     target_include_directories(${name}_${kind} INTERFACE $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
                                                          $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
   endforeach()
   target_link_libraries(${name}_static INTERFACE m)
-  target_link_libraries(${name}_shared PRIVATE m)
-  set_target_properties(${name}_shared PROPERTIES VERSION ${arg_VERSION} SOVERSION ${major} LINK_DEPENDS ${exports})
-  target_link_options(${name}_shared PRIVATE -Wl,--version-script=${exports} -Wl,-Bsymbolic-functions -Wl,-z,relro
-                      -Wl,-z,now -Wl,-z,noexecstack -Wl,-z,text -Wl,--as-needed)
-  if(NOT VEK_SANITIZE)
-    # Nothing of the C library's start files is needed, and theirs lack the control-flow notes without which the whole
-    # file counts as unprotected.
-    target_link_options(${name}_shared PRIVATE -Wl,-z,defs -nostartfiles)
+  vek_set_shared(${name} ${name}_shared)
+  if(VEK_SLOT_LIBRARIES)
+    vek_add_slot_libraries(${name})
   endif()
   if(BUILD_SHARED_LIBS)
     add_library(vek::${name} ALIAS ${name}_shared)

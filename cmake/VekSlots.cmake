@@ -10,6 +10,7 @@ foreach(row IN LISTS rows)
   list(APPEND VEK_ALL_SLOTS ${slot})
   separate_arguments(flags UNIX_COMMAND "${CMAKE_MATCH_3}")
   set(VEK_FLAGS_${slot} ${VEK_FLAGS_${CMAKE_MATCH_2}} ${flags})
+  set(VEK_SERVING_${slot} ${slot} ${VEK_SERVING_${CMAKE_MATCH_2}})
 endforeach()
 set(VEK_SLOTS "${VEK_ALL_SLOTS}" CACHE STRING "Slots that get code of their own (mx always); the others fall back")
 

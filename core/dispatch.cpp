@@ -23,7 +23,9 @@ __attribute__((constructor(101))) void atLoad() { initialiseDispatch(nativeCpu);
 bool featuresEnabled(uint64_t mask) { return (enabledFeatures & mask) == mask; }
 
 VekStatus initialiseDispatch(const CpuidSource& cpu) {
-  putInForce(chooseSlot(cpu));
+  SlotChoice choice = chooseSlot(cpu);
+  if (vek_only_slot >= 0) choice = {vek_only_slot, choice.enabledFeatures & usableInSlot(vek_only_slot)};
+  putInForce(choice);
   return isCheckedVendor(cpu) ? vekStsNoErr : vekStsNonOrvelCpu;
 }
 

@@ -13,6 +13,9 @@ extern "C" {
 // than all that follow.
 extern __attribute__((visibility("hidden"))) int32_t vek_variant_index;
 
+// The only slot of a library that is built with one, else -1.
+extern __attribute__((visibility("hidden"))) const int32_t vek_only_slot;
+
 // What vek_first_call does before it goes on with the call: chooses the slot.
 __attribute__((visibility("hidden"))) void vek_choose_slot();
 }

@@ -222,7 +222,9 @@ def entries(library):
     return "\n".join(lines) + "\n"
 
 
-def tables(library, objects):
+def tables(library, objects, only):
+    """The tables; with `only` those of a library that has just that slot."""
+    chosen = [only or slot for slot in slots.NAMES]
     functions = library.dispatched
     found = {n: s for n, s in implementations(objects).items() if n.startswith(library.prefix)}
     forms = in_place_forms(functions, found)
@@ -236,7 +238,7 @@ def tables(library, objects):
     for slot in slots.NAMES:
         lines.append(f"namespace vek::{slot} {{")
         for f in functions:
-            if slot not in found[f.name]:
+            if slot not in {serving_slot(each, found[f.name]) for each in chosen}:
                 continue
             lines.append(f"decltype(::{f.name}) {f.name};")
             if f in forms:  # registers move, then a jump: the slot's name keeps the call from being the global entry's
@@ -248,7 +250,7 @@ def tables(library, objects):
                  f"vek_table_##NAME[{len(slots.NAMES) + 1}]\n")
     lines.append('extern "C" __attribute__((visibility("hidden"))) void vek_first_call();\n')
     for f in functions:
-        cells = ", ".join(f"&vek::{serving_slot(s, found[f.name])}::{f.name}" for s in slots.NAMES)
+        cells = ", ".join(f"&vek::{serving_slot(s, found[f.name])}::{f.name}" for s in chosen)
         lines.append(f"VEK_TABLE({f.name});\nVEK_TABLE({f.name}) = {{{cells}, "
                      f"reinterpret_cast<decltype(&::{f.name})>(&vek_first_call)}};")
     return "\n".join(lines) + "\n"
@@ -385,6 +387,7 @@ def main():
     ap.add_argument("--headers", nargs="+", required=True)
     ap.add_argument("--out", required=True)
     ap.add_argument("--objects", nargs="*", default=[])
+    ap.add_argument("--slot", help="tables of a library that has only this slot")
     ap.add_argument("--compare", action="store_true", help="fail where the file is not what would be written")
     args = ap.parse_args()
     library = Library(args.headers)
@@ -395,7 +398,7 @@ def main():
         "idx-header": lambda: idx_header(library),
         "idx-source": lambda: idx_source(library),
         "entries": lambda: entries(library),
-        "tables": lambda: tables(library, objects),
+        "tables": lambda: tables(library, objects, args.slot),
         "exports": lambda: exports(library),
         "spans": lambda: spans(library),
         "names": lambda: lines_of(library.dispatched),
