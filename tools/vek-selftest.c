@@ -29,11 +29,12 @@ static void fail(const char* what, const char* how) {
 /* The variable that holds the slot in force. The library lets nobody change it, but each of its entries begins by
  * loading it, always with the same instruction: movslq offset(%rip), %rax. */
 static volatile int32_t* slotInForce(void) {
-  static const unsigned char load[] = {0x48, 0x63, 0x05};
+  static const unsigned char mark[] = {0xF3, 0x0F, 0x1E, 0xFA}, load[] = {0x48, 0x63, 0x05};
   VekStatus (*const entry)(const Vek8u*, Vek8u*, int) = veksCopy_8u;
   const unsigned char* code;
   int32_t offset;
   memcpy(&code, &entry, sizeof code);
+  if (memcmp(code, mark, sizeof mark) == 0) code += sizeof mark; /* endbr64 */
   if (memcmp(code, load, sizeof load) != 0) return NULL;
   memcpy(&offset, code + sizeof load, sizeof offset);
   return (volatile int32_t*)(code + sizeof load + sizeof offset + offset);
