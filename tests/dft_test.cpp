@@ -193,7 +193,7 @@ void expectTransform(Plan<E>& plan, bool forward, const std::vector<A>& x, const
   EXPECT_LT(errorOf(reinterpret_cast<B*>(both.data()), 1, y, 0.75), limit) << n << " in place";
   EXPECT_TRUE(both.intact()) << n;
 
-  // Three times the same, once the elements of the transforms beside each other and once those of each transform.
+  // Many times the same, from columns to rows and from rows to columns.
   constexpr size_t count = 19;
   Guarded<A> columns(count * x.size(), Flush::kBack, shift), rows(count * x.size(), Flush::kBack, shift);
   Guarded<B> across(count * y.size(), Flush::kBack, shift), along(count * y.size(), Flush::kBack, shift);

@@ -202,7 +202,7 @@ void transformComplex(const T* src, T* dst, const DftSpec* spec, T scale, uint8_
 // The spectrum of the conjugate chirp over m points, and the chirp: exp(-pi i j^2 / n).
 template <class T>
 void fillChirp(T* table, int64_t n, int64_t m) {
-  const UnitRoots roots(2 * n);
+  const UnitRoots<T> roots(2 * n);
   T* const chirp = table + 2 * m;
   for (int64_t j = 0; j < 2 * m; ++j) table[j] = 0;
   int64_t square = 0;
@@ -215,43 +215,34 @@ void fillChirp(T* table, int64_t n, int64_t m) {
   }
 }
 
+// The tables of roots of the length itself. Apart, because their making takes room on the stack.
+template <class T>
+VEK_NOINLINE void fillTables(DftSpec* spec) {
+  const int64_t n = spec->length;
+  const UnitRoots<T> roots(n);
+  T* const table = tableOf<T>(spec);
+  if (spec->method == kBySums) fillSums(table, n, roots);
+  if (spec->method == kByPasses) fillRoots<kForRows>(table, spec->plan, n, roots);
+  if (spec->method == kRealByPairs) fillPairRoots(table, n / 2, roots);
+  if (spec->columns.count > 0) fillRoots<kForColumns>(columnTableOf<T>(spec), spec->columns, n, roots);
+}
+
 template <class T>
 void place(DftSpec* spec, DftKind kind, int64_t n) {
   layOut<T>(*spec, kind, n);
   T* const table = tableOf<T>(spec);
-  switch (spec->method) {
-    case kBySums: {
-      const UnitRoots roots(n);
-      fillSums(table, n, roots);
-      break;
-    }
-    case kByPow2:
-    case kRealByPow2:
-      fftFillTable(fftKind(kind), orderOf(n), table);
-      break;
-    case kByPasses: {
-      const UnitRoots roots(n);
-      fillRoots<kForRows>(table, spec->plan, n, roots);
-      break;
-    }
-    default: {
-      DftSpec* const inner = const_cast<DftSpec*>(innerOf(spec));
-      place<T>(inner, complexKind(kind), spec->points);
-      if (spec->method == kRealByPairs) {
-        const UnitRoots roots(n);
-        fillPairRoots(table, n / 2, roots);
-      }
-      if (spec->method == kByChirp) {
-        const int64_t m = spec->points;
-        fillChirp(table, n, m);
-        transformComplex<kForward>(table, table, inner, T(1),
-                                   reinterpret_cast<uint8_t*>(table) + inLines((m + n) * 2 * int64_t(sizeof(T))));
-      }
-    }
+  if (spec->method == kByPow2 || spec->method == kRealByPow2) fftFillTable(fftKind(kind), orderOf(n), table);
+  if (spec->method == kBySums || spec->method == kByPasses || spec->method == kRealByPairs || spec->columns.count > 0) {
+    fillTables<T>(spec);
   }
-  if (spec->columns.count > 0) {
-    const UnitRoots roots(n);
-    fillRoots<kForColumns>(columnTableOf<T>(spec), spec->columns, n, roots);
+  if (spec->method != kByChirp && spec->method != kRealByPairs && spec->method != kRealByParts) return;
+  DftSpec* const inner = const_cast<DftSpec*>(innerOf(spec));
+  place<T>(inner, complexKind(kind), spec->points);
+  if (spec->method == kByChirp) {
+    const int64_t m = spec->points;
+    fillChirp(table, n, m);
+    transformComplex<kForward>(table, table, inner, T(1),
+                               reinterpret_cast<uint8_t*>(table) + inLines((m + n) * 2 * int64_t(sizeof(T))));
   }
 }
 

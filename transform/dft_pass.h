@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// The passes of a transform of mixed radix that sorts itself. Before a pass of radix R the data are s interleaved
-// sequences of R m transforms of points that lie N/(s m R) ... apart; the pass joins R finished transforms of m points
+// The passes of a transform of mixed radix that sorts itself. Before a pass of radix R the data are R s transforms of m
+// points each, of the elements that lie R s apart; element [p, q] is bin p of the q-th. The pass joins them R at a
+// time:
 //   y[p + m k, q] = sum over j of exp(-2 pi i j (p + m k) / (R m)) x[p, q + s j],   q < s, p < m, k < R.
 // The first pass (m = 1) needs no roots and reads the caller's data, vectors over q; the last one (s = 1) writes the
 // caller's, vectors over p, which it finds in columns. Between them real and imaginary parts lie in planes of their

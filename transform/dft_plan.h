@@ -11,6 +11,8 @@ namespace vek::VEK_SLOT {
 namespace {
 
 // exp(-2 pi i k / n) for 0 <= k < n: products of two to four roots of twice a double's precision, rounded once.
+// For tables in single precision a double's products are right as well, and sooner.
+template <class T>
 class UnitRoots {
  public:
   explicit UnitRoots(int64_t n) {
@@ -31,8 +33,13 @@ class UnitRoots {
     for (int l = 1; l < levels_; ++l) {
       const int64_t d = k >> (bits_ * l) & mask;
       if (d == 0) continue;
-      const Long w = at_[l][d];
-      r = {r.re * w.re + -(r.im * w.im), r.re * w.im + r.im * w.re};
+      const Long& w = at_[l][d];
+      if constexpr (sizeof(T) == 4) {
+        const Root product = Root{r.re.hi, r.im.hi} * Root{w.re.hi, w.im.hi};
+        r.re.hi = product.re, r.im.hi = product.im;
+      } else {
+        r = {r.re * w.re + -(r.im * w.im), r.re * w.im + r.im * w.re};
+      }
     }
     return {r.re.hi, r.im.hi};
   }
@@ -240,7 +247,7 @@ int64_t tableSize(const PassPlan& plan) {
 enum RootLayout { kForRows, kForColumns };
 
 template <RootLayout W, class T>
-void fillRoots(T* table, const PassPlan& plan, int64_t n, const UnitRoots& roots) {
+void fillRoots(T* table, const PassPlan& plan, int64_t n, const UnitRoots<T>& roots) {
   constexpr int L = kLanes<T>;
   for (int i = W == kForRows ? 1 : 0; i < plan.count; ++i) {
     const Pass& pass = plan.at[i];
