@@ -487,6 +487,7 @@ std::string sweptCall(size_t row, int length) {
   for (int turn = isReduction(allRows()[row].name + 4) ? 3 : 0; turn >= 0 && problem.empty(); --turn) {
     const uint8_t seed[] = {uint8_t(row), uint8_t(row >> 8), uint8_t(length), uint8_t(length >> 8), uint8_t(turn)};
     Input in(seed, sizeof seed);
+    in.onlySeed();
     in.fixedLength = length;
     problem = fuzzCall(row, in);
   }

@@ -40,6 +40,9 @@ class Input {
   int between(int low, int high) { return low + int(below(uint32_t(high - low) + 1)); }
   int any(std::initializer_list<int> list) { return list.begin()[below(uint32_t(list.size()))]; }
 
+  // Takes all choices from the generator: bytes that count something would choose alike each time.
+  void onlySeed() { at_ = end_; }
+
   // Where this is not 0, calls have this length and no wrong arguments.
   int fixedLength = 0;
 
