@@ -3,15 +3,17 @@
 
 # How every file of a library is compiled. Contraction is off everywhere: results must not depend on what a compiler
 # fuses. Nor may they, or what a slot demands of the processor, depend on flags of a parent project or the environment,
-# which come before these. Every place that an indirect jump may lead to says so. No exceptions, type information or
-# guarded statics: a library runs on libc and libm alone.
+# which come before these. Every place that an indirect jump may lead to says so. A section for each function and constant
+# lets the linker leave out of a static program what it does not call. No exceptions, type information or guarded statics:
+# a library runs on libc and libm alone.
 add_library(vek_build INTERFACE)
 target_include_directories(vek_build INTERFACE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include)
 target_compile_features(vek_build INTERFACE cxx_std_20)
 target_compile_options(
   vek_build INTERFACE ${VEK_WARNINGS} -Wno-psabi -march=x86-64 -fcf-protection=full -fno-fast-math -ffp-contract=off -fno-math-errno
-                      -fno-trapping-math $<$<COMPILE_LANGUAGE:CXX>:-fno-exceptions;-fno-rtti;-fno-threadsafe-statics>
-                      $<$<CONFIG:Release>:-O3;-fno-plt>)
+                      -fno-trapping-math -ffunction-sections -fdata-sections
+                      $<$<COMPILE_LANGUAGE:CXX>:-fno-exceptions;-fno-rtti;-fno-threadsafe-statics>
+                      $<$<CONFIG:Release>:$<IF:$<BOOL:$<TARGET_PROPERTY:VEK_SMALL>>,-Os,-O3>;-fno-plt>)
 
 # An object library. Without link-time optimisation, which would carry code from slot to slot and hide the symbols that
 # tables are formed from.
@@ -42,16 +44,22 @@ function(vek_object_targets library frame kernels)
   set(found_kernels)
   set(index 0)
   foreach(slot IN LISTS VEK_ALL_SLOTS)
-    get_property(sources GLOBAL PROPERTY VEK_SOURCES_${library}_${slot})
-    if(sources)
-      set(target ${prefix}_slot_${slot})
-      list(APPEND found_kernels ${target})
-      if(NOT TARGET ${target})
-        vek_add_objects(${target} ${sources})
-        target_compile_definitions(${target} PRIVATE VEK_SLOT=${slot} VEK_SLOT_INDEX=${index})
-        target_compile_options(${target} PRIVATE ${VEK_FLAGS_${slot}})
+    foreach(part ${slot} ${slot}_small)
+      get_property(sources GLOBAL PROPERTY VEK_SOURCES_${library}_${part})
+      if(sources)
+        set(target ${prefix}_slot_${part})
+        list(APPEND found_kernels ${target})
+        if(NOT TARGET ${target})
+          vek_add_objects(${target} ${sources})
+          target_compile_definitions(${target} PRIVATE VEK_SLOT=${slot} VEK_SLOT_INDEX=${index})
+          target_compile_options(${target} PRIVATE ${VEK_FLAGS_${slot}})
+          if(part MATCHES small)
+            target_compile_definitions(${target} PRIVATE VEK_SMALL_CODE)
+            set_target_properties(${target} PROPERTIES VEK_SMALL ON)
+          endif()
+        endif()
       endif()
-    endif()
+    endforeach()
     math(EXPR index "${index} + 1")
   endforeach()
   set(${frame} ${found_frame} PARENT_SCOPE)
@@ -94,7 +102,7 @@ function(vek_set_shared name target)
                                              LINK_DEPENDS ${exports})
   target_link_libraries(${target} PRIVATE m)
   target_link_options(${target} PRIVATE -Wl,--version-script=${exports} -Wl,-Bsymbolic-functions -Wl,-z,relro -Wl,-z,now
-                      -Wl,-z,noexecstack -Wl,-z,text -Wl,--as-needed)
+                      -Wl,-z,noexecstack -Wl,-z,text -Wl,--as-needed -Wl,--gc-sections)
   if(NOT VEK_SANITIZE)
     # Nothing of the C library's start files is needed, and theirs lack the control-flow notes without which the whole
     # file counts as unprotected.
@@ -110,7 +118,8 @@ function(vek_add_slot_libraries name)
       vek_add_tables(${name} ${slot})
       set(code)
       foreach(serving IN LISTS VEK_SERVING_${slot})
-        foreach(target ${name}_slot_${serving} vek_both_slot_${serving})
+        foreach(target ${name}_slot_${serving} ${name}_slot_${serving}_small vek_both_slot_${serving}
+                       vek_both_slot_${serving}_small)
           if(TARGET ${target})
             list(APPEND code $<TARGET_OBJECTS:${target}>)
           endif()
@@ -204,6 +213,7 @@ function(vek_add_library name)
                                                          $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
   endforeach()
   target_link_libraries(${name}_static INTERFACE m)
+  target_link_options(${name}_static INTERFACE LINKER:--gc-sections)
   vek_set_shared(${name} ${name}_shared)
   if(VEK_SLOT_LIBRARIES)
     vek_add_slot_libraries(${name})

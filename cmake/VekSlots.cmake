@@ -22,9 +22,11 @@ foreach(slot IN LISTS VEK_ALL_SLOTS)
   endif()
 endforeach()
 
-# The slots of the FFT engine. A source that calls it links to the engine of its own slot, so it is compiled for
-# exactly these.
+# The slots of the FFT engine, and those of the sources that call it, which link to the engine of their own slot. That of
+# mx serves y8, too: SSE4.1 has nothing that would make it faster.
+set(VEK_FFT_ENGINES mx e9 l9)
 set(VEK_FFT_SLOTS mx y8 e9 l9)
+list(APPEND VEK_FLAGS_y8 -DVEK_FFT_SLOT=mx)
 
 # Sources belong to a library, vek if nothing else is said, or to "both": those are compiled once and linked into every
 # library of this project.
@@ -48,8 +50,14 @@ function(vek_kernels)
     set(slots ${arg_SLOTS})
     list(FILTER slots INCLUDE REGEX "^(${built})$")
   endif()
+  # Where y8 has code of its own, hardly any processor of today runs that of the slots below.
+  list(FIND slots y8 has_y8)
   foreach(slot IN LISTS slots)
-    vek_note_sources(${arg_LIBRARY} ${slot} ${arg_UNPARSED_ARGUMENTS})
+    set(part ${slot})
+    if(slot MATCHES "^(mx|m7|u8|n8)$" AND has_y8 GREATER -1 AND NOT arg_SLOTS STREQUAL "ALL")
+      string(APPEND part _small)
+    endif()
+    vek_note_sources(${arg_LIBRARY} ${part} ${arg_UNPARSED_ARGUMENTS})
   endforeach()
   if(arg_FLAGS)
     set_source_files_properties(${arg_UNPARSED_ARGUMENTS} DIRECTORY ${PROJECT_SOURCE_DIR}

@@ -5,11 +5,11 @@
 
 #include "core/simd/convert.h"
 #include "filter/fir_kernel.h"
+#include "transform/fft.h"
 #include "vek/fir.h"
 
 namespace vek::VEK_SLOT {
 
-struct FftSpec;
 
 // Everything lives in one block, which begins with this; pointers lead to elements of the taps' type.
 struct FirState {

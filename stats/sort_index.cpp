@@ -74,7 +74,7 @@ VEK_INLINE ptrdiff_t splitPairs(const T* keys, const int* index, int32_t pivot, 
     _mm256_storeu_si256((__m256i_u*)(to.lowIndex + low), i);
     storeKeys8(to.highKeys + high - 8, k);
     _mm256_storeu_si256((__m256i_u*)(to.highIndex + high - 8), i);
-    return kOrders8.count[below];
+    return splitOrders8.count[below];
   } else if constexpr (kSsse3) {
     const __m128i x = loadKeys4(keys), at = loadBytes<16>(index);
     const uint32_t below = uint32_t(_mm_movemask_ps((__m128)_mm_cmpgt_epi32(_mm_set1_epi32(pivot), x)));
@@ -84,7 +84,7 @@ VEK_INLINE ptrdiff_t splitPairs(const T* keys, const int* index, int32_t pivot, 
     _mm_storeu_si128((__m128i_u*)(to.lowIndex + low), i);
     storeKeys4(to.highKeys + high - 4, k);
     _mm_storeu_si128((__m128i_u*)(to.highIndex + high - 4), i);
-    return kOrders8.count[below];
+    return splitOrders8.count[below];
   } else {
     return splitPair(*keys, *index, pivot, to, low, high);
   }

@@ -6,57 +6,18 @@
 #define VEK_STATS_SORT_PARTITION_H
 
 #include "core/simd/convert.h"
+#include "stats/split_orders.h"
 
 namespace vek::VEK_SLOT {
 namespace {
 
-// ---- shuffle tables -------------------------------------------------------------------------------------------------
-
-// By the mask of lanes below the pivot: the numbers of those lanes, then of the others, a byte each.
-struct SplitOrders8 {
-  alignas(64) uint64_t lanes[256];
-  uint8_t count[256];
-};
-constexpr SplitOrders8 splitOrders8() {
-  SplitOrders8 t{};
-  for (int m = 0; m < 256; ++m) {
-    int at = 0;
-    for (int below = 1; below >= 0; --below) {
-      for (int k = 0; k < 8; ++k)
-        if ((m >> k & 1) == below) t.lanes[m] |= uint64_t(k) << 8 * at++;
-      if (below) t.count[m] = uint8_t(at);
-    }
-  }
-  return t;
-}
-// The same as byte shuffles of 16 bytes, for N lanes.
-template <int N>
-struct SplitShuffles {
-  alignas(64) uint8_t bytes[1 << N][16];
-};
-template <int N>
-constexpr SplitShuffles<N> splitShuffles() {
-  SplitShuffles<N> t{};
-  for (int m = 0; m < 1 << N; ++m) {
-    int at = 0;
-    for (int below = 1; below >= 0; --below)
-      for (int k = 0; k < N; ++k)
-        if ((m >> k & 1) == below)
-          for (int b = 0; b < 16 / N; ++b) t.bytes[m][at++] = uint8_t(k * (16 / N) + b);
-  }
-  return t;
-}
-constexpr SplitOrders8 kOrders8 = splitOrders8();
-constexpr SplitShuffles<4> kShuffles4 = splitShuffles<4>();
-constexpr SplitShuffles<8> kShuffles8 = splitShuffles<8>();
-
 VEK_INLINE __m256i order8(uint32_t m) {
-  return _mm256_cvtepu8_epi32(_mm_loadl_epi64((const __m128i_u*)&kOrders8.lanes[m]));
+  return _mm256_cvtepu8_epi32(_mm_loadl_epi64((const __m128i_u*)&splitOrders8.lanes[m]));
 }
 template <int N>
 VEK_INLINE __m128i order16(uint32_t m) {
-  if constexpr (N == 4) return _mm_load_si128((const __m128i*)kShuffles4.bytes[m]);
-  if constexpr (N == 8) return _mm_load_si128((const __m128i*)kShuffles8.bytes[m]);
+  if constexpr (N == 4) return _mm_load_si128((const __m128i*)splitShuffles4.bytes[m]);
+  if constexpr (N == 8) return _mm_load_si128((const __m128i*)splitShuffles8.bytes[m]);
 }
 
 // ---- one register to both sides -------------------------------------------------------------------------------------
@@ -78,7 +39,7 @@ VEK_INLINE ptrdiff_t splitHalf(__m128i x, uint32_t below, int16_t* low, int16_t*
   x = _mm_shuffle_epi8(x, order16<8>(below));
   _mm_storeu_si128((__m128i_u*)low, x);
   _mm_storeu_si128((__m128i_u*)(high - 8), x);
-  return kOrders8.count[below];
+  return splitOrders8.count[below];
 }
 
 template <class T>
@@ -110,14 +71,14 @@ VEK_INLINE ptrdiff_t splitStep(const T* from, T pivot, T* low, T* high) {
     x = _mm256_permutevar8x32_epi32(x, order8(below));
     _mm256_storeu_si256((__m256i_u*)low, x);
     _mm256_storeu_si256((__m256i_u*)(high - 8), x);
-    return kOrders8.count[below];
+    return splitOrders8.count[below];
   } else {
     __m128i x = _mm_loadu_si128((const __m128i_u*)from);
     const uint32_t below = uint32_t(_mm_movemask_ps((__m128)_mm_cmpgt_epi32(_mm_set1_epi32(pivot), x)));
     x = _mm_shuffle_epi8(x, order16<4>(below));
     _mm_storeu_si128((__m128i_u*)low, x);
     _mm_storeu_si128((__m128i_u*)(high - 4), x);
-    return kOrders8.count[below];
+    return splitOrders8.count[below];
   }
 }
 

@@ -14,12 +14,6 @@
 #include "transform/fft.h"
 #undef VEK_SLOT
 #undef VEK_TRANSFORM_FFT_H
-#ifdef VEK_HAS_y8
-#define VEK_SLOT y8
-#include "transform/fft.h"
-#undef VEK_SLOT
-#undef VEK_TRANSFORM_FFT_H
-#endif
 #ifdef VEK_HAS_e9
 #define VEK_SLOT e9
 #include "transform/fft.h"
@@ -84,9 +78,6 @@ using Spectrum = std::vector<Complex>;
     }                                                                                                     \
   };
 VEK_ENGINE(mx, 0)
-#ifdef VEK_HAS_y8
-VEK_ENGINE(y8, 4)
-#endif
 #ifdef VEK_HAS_e9
 VEK_ENGINE(e9, 5)
 #endif
@@ -103,10 +94,6 @@ class Fft : public ::testing::Test {
   }
 };
 using Engines = ::testing::Types<mx
-#ifdef VEK_HAS_y8
-                                 ,
-                                 y8
-#endif
 #ifdef VEK_HAS_e9
                                  ,
                                  e9

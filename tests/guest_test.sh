@@ -63,6 +63,11 @@ libdir=$(dirname "$(find "$work/usr" -name libvek.a)")
 flags=$(PKG_CONFIG_PATH=$libdir/pkgconfig pkg-config --cflags --libs vek vekx)
 cc -std=c99 "$here/consumer/client.c" -o "$work/client" $flags
 LD_LIBRARY_PATH=$libdir "$work/client"
+# Statically linked, a program takes along what it calls and no more.
+cc -static -std=c99 "$here/consumer/client.c" -o "$work/client_alone" \
+  $(PKG_CONFIG_PATH=$libdir/pkgconfig pkg-config --static --cflags --libs vek vekx)
+"$work/client_alone"
+[ "$(stat -c %s "$work/client_alone")" -lt 1500000 ] || { echo "pkg-config --static brings the whole library"; exit 1; }
 mv "$work/usr" "$work/moved"
 "$work/moved/bin/vek-info"
 "$work/moved/bin/vek-selftest"

@@ -12,6 +12,7 @@
   in place   every function of a slot that no slot object defines moves registers and jumps to its form with a
              destination of its own, in the same slot
   symbols    slot code defines no weak symbol, no load-time initialiser, no name outside its slot's namespace
+  constants  no table of a kilobyte is there twice: what slots share has one home
   levels     no instruction above the level that the slot's processors promise, none of the x87
 
 Before each check judges the build it is shown a fault of its kind and has to find it.
@@ -121,6 +122,25 @@ def check_symbols(objects):
         count += len(listing)
         faults += symbol_faults(slot, path, listing, run("objdump", "-h", path))
     return faults, f"{count} symbols"
+
+
+def check_constants(library):
+    def repeated(tables):
+        homes = {}
+        for name, content in tables:
+            if len(content) >= 1024 and any(content):
+                homes.setdefault(content, []).append(name)
+        return [f"{len(c)} bytes are {' and '.join(n)}" for c, n in homes.items() if len(n) > 1]
+
+    assert repeated([("a", b"1" * 1024), ("b", b"1" * 1024)]) and not repeated([("a", b"1" * 1024), ("b", b"2" * 1024)])
+    image, tables = pathlib.Path(library).read_bytes(), []
+    m = re.search(r"\] \.rodata\s+PROGBITS\s+([0-9a-f]+) ([0-9a-f]+) ([0-9a-f]+)", run("readelf", "-SW", library))
+    address, offset, size = (int(g, 16) for g in m.groups())
+    for at, length, name in re.findall(r"^([0-9a-f]+) ([0-9a-f]+) [rR] (.*)$", run("nm", "-CS", library), re.M):
+        start = int(at, 16) - address
+        if 0 <= start < size:
+            tables.append((name, image[offset + start:offset + start + int(length, 16)]))
+    return repeated(tables), f"{len(tables)} constants"
 
 
 ENTRY = re.compile(r"endbr64;movslq\s+0x[0-9a-f]+\(%rip\),%rax [^;]*vek_variant_index[^;]*;"
@@ -254,6 +274,7 @@ def main():
         "imports": check_imports(args.library),
         "hardening": check_hardening(args.library),
         "symbols": check_symbols(objects),
+        "constants": check_constants(args.library),
         "levels": check_levels(objects),
     }.items():
         print(f"{name}: {what}, {len(faults)} faults")

@@ -203,9 +203,10 @@ def idx_source(library):
 
 def entries(library):
     lines = [HEAD + "// Each entry loads the slot, takes its table and jumps, with the caller's arguments and stack untouched.",
-             "#include <cet.h>\n\n\t.text", "\t.hidden vek_variant_index"]
+             "#include <cet.h>", "\t.hidden vek_variant_index"]
     for f in library.dispatched:
         lines.append(f"""
+	.section .text.{f.name},"ax",@progbits
 	.p2align 4
 	.globl {f.name}
 	.type {f.name}, @function

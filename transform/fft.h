@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // The internal FFT engine: power-of-two transforms of real and complex data in single and double precision. Filters,
 // correlations and the cosine transforms build a spec once and call these functions with it; nothing here is exported.
-// A source that uses the engine is compiled for VEK_FFT_SLOTS, so that it links to the engine of its own slot.
+// A source that uses the engine is compiled for VEK_FFT_SLOTS, so that it links to the engine of its own slot. Slot y8
+// has none of its own: the engine works on floats, and SSE4.1 has nothing for them that would make it faster.
 #ifndef VEK_TRANSFORM_FFT_H
 #define VEK_TRANSFORM_FFT_H
 
@@ -10,7 +11,11 @@
 #include "vek/status.h"
 #include "vek/types.h"
 
-namespace vek::VEK_SLOT {
+#ifndef VEK_FFT_SLOT
+#define VEK_FFT_SLOT VEK_SLOT
+#endif
+
+namespace vek::VEK_FFT_SLOT {
 
 // What a spec transforms; the value is the id in its first word. Real data of length N = 2^order has the packed
 // spectrum of N elements: bin 0, bin N/2, then (re, im) of bins 1 .. N/2-1. Complex data has N bins in natural order.
@@ -128,6 +133,10 @@ VekStatus fftConvInverse(const Vek64f* src, Vek64f* dst, const FftSpec* spec);
 VekStatus fftConvInverse(const Vek32fc* src, Vek32fc* dst, const FftSpec* spec);
 VekStatus fftConvInverse(const Vek64fc* src, Vek64fc* dst, const FftSpec* spec);
 
-}  // namespace vek::VEK_SLOT
+}  // namespace vek::VEK_FFT_SLOT
+
+namespace vek::VEK_SLOT {
+using namespace vek::VEK_FFT_SLOT;
+}
 
 #endif

@@ -347,7 +347,7 @@ VEK_NOINLINE void makeComplexTable(T* table, int m, const Roots& roots, int orde
     const int bits = p.bits[i], shift = order - lengthBits - bits;
     const int64_t length = int64_t(1) << lengthBits;
     if (constantRoots<T>(bits, length)) continue;
-    fillPass(table, bits, length, length, [&](int64_t k) VEK_LAMBDA { return roots(k << shift); });
+    fillPass<kLanes<T>>(table, bits, length, length, [&](int64_t k) VEK_LAMBDA { return roots(k << shift); });
     table += rootsOfPass(bits, length);
   }
 }

@@ -109,8 +109,8 @@ struct FirstRoots {
   alignas(32) T at[(Bits == 3 ? 4 : 2) * 2 * L];
   VEK_INLINE explicit FirstRoots(const T* roots) {
     __builtin_memcpy(at, roots, sizeof at);
-    constexpr int turns[] = {256, 128, 64, 192};
-    for (int i = 0; i < (Bits == 3 ? 4 : 2); ++i) storeRoot(at + 2 * L * i, 0, root1024(turns[i]));
+    constexpr Root turns[] = {root1024(256), root1024(128), root1024(64), root1024(192)};
+    for (int i = 0; i < (Bits == 3 ? 4 : 2); ++i) storeRoot(at + 2 * L * i, 0, turns[i]);
   }
 };
 
@@ -343,7 +343,7 @@ VEK_NOINLINE void makeRealTable(T* table, int order, const Roots& roots) {
     const int bits = p.bits[i], shift = order - lengthBits - bits;
     const int64_t length = int64_t(1) << lengthBits;
     if (constantHalfRoots<T>(bits, length)) continue;
-    fillPass(table, bits, length, length / 2, [&](int64_t k) VEK_LAMBDA { return roots(k << shift); });
+    fillPass<kLanes<T>>(table, bits, length, length / 2, [&](int64_t k) VEK_LAMBDA { return roots(k << shift); });
     table += rootsOfPass(bits, length) / 2;
   }
 }

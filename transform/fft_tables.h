@@ -8,57 +8,12 @@
 #include <math.h>
 
 #include "transform/fft_vector.h"
+#include "transform/root_constants.h"
 
 namespace vek::VEK_SLOT {
 namespace {
 
 enum Direction { kForward, kInverse };
-
-struct Root {
-  double re, im;
-};
-constexpr VEK_INLINE Root operator*(Root a, Root b) { return {a.re * b.re - a.im * b.im, a.re * b.im + a.im * b.re}; }
-
-constexpr double kTwoPi = 6.283185307179586476925286766559;
-
-// sin(2 pi k / 1024), k = 0 .. 256, by the power series: its terms fall fast enough on the quarter circle.
-struct QuarterSine {
-  double at[257];
-};
-constexpr double seriesSin(double x) {
-  double sum = 0;
-  for (int k = 27; k >= 3; k -= 2) sum = (1 - sum) * x * x / (k * (k - 1));
-  return x - x * sum;
-}
-constexpr double seriesCos(double x) {
-  double sum = 0;
-  for (int k = 28; k >= 2; k -= 2) sum = (1 - sum) * x * x / (k * (k - 1));
-  return 1 - sum;
-}
-constexpr QuarterSine makeQuarterSine() {
-  QuarterSine s{};
-  for (int k = 0; k <= 256; ++k) {
-    s.at[k] = k <= 128 ? seriesSin(kTwoPi * k / 1024) : seriesCos(kTwoPi * (256 - k) / 1024);
-  }
-  return s;
-}
-constexpr QuarterSine kQuarterSine = makeQuarterSine();
-
-// exp(-2 pi i k / 1024), 0 <= k < 1024.
-constexpr VEK_INLINE Root root1024(int64_t k) {
-  const int quadrant = int(k >> 8), j = int(k & 255);
-  const double s = kQuarterSine.at[j], c = kQuarterSine.at[256 - j];
-  switch (quadrant) {
-    case 0:
-      return {c, -s};
-    case 1:
-      return {-s, -c};
-    case 2:
-      return {-c, s};
-    default:
-      return {s, c};
-  }
-}
 
 // exp(-2 pi i k / 2^order) for 0 <= k < 2^order, order <= 28: ten bits of k by the constants, the rest in two parts.
 class Roots {
@@ -85,11 +40,10 @@ class Roots {
   Root low_[1 << kPart], middle_[1 << kPart];
 };
 
-// Stores a root as lane p of a block.
+// Stores a root as one lane of a block.
 template <class T>
 constexpr VEK_INLINE void storeRoot(T* block, int lane, Root w) {
-  block[lane] = T(w.re);
-  block[lane + kLanes<T>] = T(w.im);
+  placeRoot<kLanes<T>>(block, lane, w);
 }
 
 }  // namespace

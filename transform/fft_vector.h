@@ -6,6 +6,7 @@
 #define VEK_TRANSFORM_FFT_VECTOR_H
 
 #include "core/simd/compare.h"
+#include "transform/root_constants.h"
 
 namespace vek::VEK_SLOT {
 namespace {
@@ -15,14 +16,8 @@ using Reg = typename Pack<T>::Reg;
 template <class T>
 constexpr int kLanes = Pack<T>::regLanes;
 
-struct LaneOrder {
-  int8_t at[8];
-  constexpr int operator[](int i) const { return at[i]; }
-};
 template <class T>
-constexpr LaneOrder kLaneOrder = kLanes<T> == 8                     ? LaneOrder{{0, 1, 4, 5, 2, 3, 6, 7}}
-                                 : kLanes<T> == 4 && sizeof(T) == 8 ? LaneOrder{{0, 2, 1, 3}}
-                                                                    : LaneOrder{{0, 1, 2, 3, 4, 5, 6, 7}};
+constexpr LaneOrder kLaneOrder = kLaneOrderOf<T, kLanes<T>>;
 
 template <class T>
 VEK_INLINE Reg<T> loadV(const T* p) {

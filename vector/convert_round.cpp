@@ -36,6 +36,10 @@ VEK_INLINE Pack<int32_t> roundFor(const float* x, Pack<float> m) {
   return roundToInt32<Mode>(limitFor<D>(y));
 }
 
+// Half away from zero, and truncation of multiples, are asked for now and then.
+template <int Mode, bool Scaled>
+constexpr Weight kRoundWeight = Mode == vekRoundNearestEven || (Mode == vekRoundTowardZero && !Scaled) ? kHeavy : kRare;
+
 template <class D>
 struct ToNarrow {
   const float* src;
@@ -46,19 +50,17 @@ struct ToNarrow {
   VEK_INLINE void run() const {
     const Pack<float> m = broadcast(scaleMultiplier<float>(scaleFactor));
     if constexpr (sizeof(D) == 2) {
-      sweep<16>(
-          [m](D* d, const float* x) VEK_LAMBDA {
-            store(d, narrowSaturated<D>(roundFor<D, Mode, Scaled>(x, m), roundFor<D, Mode, Scaled>(x + 8, m)));
-          },
-          dst, len, src);
+      sweep<16>(weighted<kRoundWeight<Mode, Scaled>>([m](D* d, const float* x) VEK_LAMBDA {
+                  store(d, narrowSaturated<D>(roundFor<D, Mode, Scaled>(x, m), roundFor<D, Mode, Scaled>(x + 8, m)));
+                }),
+                dst, len, src);
     } else {
-      sweep<32>(
-          [m](D* d, const float* x) VEK_LAMBDA {
-            store(d, narrowQuarter<D>(Group<int32_t, 4>{
-                         {roundFor<D, Mode, Scaled>(x, m), roundFor<D, Mode, Scaled>(x + 8, m),
-                          roundFor<D, Mode, Scaled>(x + 16, m), roundFor<D, Mode, Scaled>(x + 24, m)}}));
-          },
-          dst, len, src);
+      sweep<32>(weighted<kRoundWeight<Mode, Scaled>>([m](D* d, const float* x) VEK_LAMBDA {
+                  store(d, narrowQuarter<D>(Group<int32_t, 4>{
+                               {roundFor<D, Mode, Scaled>(x, m), roundFor<D, Mode, Scaled>(x + 8, m),
+                                roundFor<D, Mode, Scaled>(x + 16, m), roundFor<D, Mode, Scaled>(x + 24, m)}}));
+                }),
+                dst, len, src);
     }
   }
 };
@@ -79,13 +81,12 @@ struct FloatToInt32 {
   template <int Mode, bool Scaled>
   VEK_INLINE void run() const {
     const Pack<float> m = broadcast(scaleMultiplier<float>(scaleFactor)), limit = broadcast(2147483648.0f);
-    sweep<8>(
-        [=](int32_t* d, const float* x) VEK_LAMBDA {
-          Pack<float> y = load(x);
-          if constexpr (Scaled) y = y * m;
-          store(d, roundToInt32<Mode>(y) ^ bits<int32_t>(y >= limit));
-        },
-        dst, len, src);
+    sweep<8>(weighted<kRoundWeight<Mode, Scaled>>([=](int32_t* d, const float* x) VEK_LAMBDA {
+               Pack<float> y = load(x);
+               if constexpr (Scaled) y = y * m;
+               store(d, roundToInt32<Mode>(y) ^ bits<int32_t>(y >= limit));
+             }),
+             dst, len, src);
   }
 };
 
@@ -97,13 +98,12 @@ struct DoubleToInt32 {
   template <int Mode, bool Scaled>
   VEK_INLINE void run() const {
     const Pack<double> m = broadcast(scaleMultiplier<double>(scaleFactor)), high = broadcast(2147483647.0);
-    sweep<4>(
-        [=](int32_t* d, const double* x) VEK_LAMBDA {
-          Pack<double> y = load(x);
-          if constexpr (Scaled) y = y * m;
-          _mm_storeu_si128((__m128i_u*)d, roundToInt32<Mode>(minOf(high, y)));
-        },
-        dst, len, src);
+    sweep<4>(weighted<kRoundWeight<Mode, Scaled>>([=](int32_t* d, const double* x) VEK_LAMBDA {
+               Pack<double> y = load(x);
+               if constexpr (Scaled) y = y * m;
+               _mm_storeu_si128((__m128i_u*)d, roundToInt32<Mode>(minOf(high, y)));
+             }),
+             dst, len, src);
   }
 };
 

@@ -33,8 +33,8 @@ VEK_INLINE VekStatus multiplyRealComplex(const Vek32f* a, const Vek32fc* b, Vek3
 VEK_INLINE VekStatus multiplyRealComplex(const Vek32s* a, const Vek32sc* b, Vek32sc* dst, int len, int scaleFactor) {
   if (const VekStatus status = checkVectors(len, a, b, dst)) return status;
   mapScaled(RealTimesComplex(), scaleFactor, dst, len, [=](auto f) VEK_LAMBDA {
-    sweep<4>([f](Vek32sc* d, const Vek32s* x, const Vek32sc* y)
-                 VEK_LAMBDA { store(parts(d), f(loadTwice(x), load(parts(y)))); },
+    sweep<4>(weighted<kWeightOf<decltype(f)>>([f](Vek32sc* d, const Vek32s* x, const Vek32sc* y)
+                                                  VEK_LAMBDA { store(parts(d), f(loadTwice(x), load(parts(y)))); }),
              dst, len, a, b);
   });
   return vekStsNoErr;

@@ -15,6 +15,7 @@ struct Product;
 // above 255 anyway; from 9 on r gives up its lowest bit first, keeping it as a sticky one.
 template <>
 struct Product<uint8_t> : ByteScaled<0, 17, 9> {
+  static constexpr Weight kClamping = kHeavy;
   using P = Pack<uint8_t>;
   using W = Pack<uint16_t>;
 
@@ -50,6 +51,7 @@ struct Product<int16_t> {
   using P = Pack<int16_t>;
   // Fractions of 15 bits have a rounding multiplication.
   static constexpr int kShort = 15, kZeroFrom = 31, kDeepFrom = kZeroFrom;
+  static constexpr Weight kClamping = kHeavy;
 
   static VEK_INLINE Two<int32_t> exact(P a, P b) {
     const Two<int16_t> r = interleaveInHalves(a * b, mulHigh(a, b));
@@ -79,6 +81,7 @@ struct WideScaled {
   using Element = int32_t;
   using Scale = WideShift;
   static constexpr int kShort = 0, kZeroFrom = 63, kDeepFrom = kZeroFrom;
+  static constexpr Weight kClamping = kHeavy;
 
   template <class... P>
   static VEK_INLINE Pack<int32_t> clamped(P... x) {
@@ -124,6 +127,7 @@ struct ComplexProduct {
   using Scale = WideShift;
   using P = Pack<int32_t>;
   static constexpr int kShort = 0, kZeroFrom = 64, kDeepFrom = kZeroFrom;
+  static constexpr Weight kClamping = kHeavy;
 
   static VEK_INLINE Wide exact(P a, P b) {
     const P aIm = oddLanes(a), bIm = oddLanes(b);

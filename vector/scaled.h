@@ -8,6 +8,7 @@
 //   shortened(x...)            the same for the one factor kShort that has a shorter way; kShort is 0 if there is none
 //   kZeroFrom                  the least factor that makes every result 0
 //   kDeepFrom                  the least factor that needs Deep, a slower way around an overflow; kZeroFrom if none
+//   kClamping                  what clamped() weighs; rounding is heavy, negative factors and Deep are rare
 //
 // mapScaled chooses the case once; the loops are straight code.
 #ifndef VEK_VECTOR_SCALED_H
@@ -83,6 +84,7 @@ struct ByteScaled {
   using Element = uint8_t;
   using Scale = RightShift<uint16_t>;
   static constexpr int kShort = Short, kZeroFrom = ZeroFrom, kDeepFrom = DeepFrom;
+  static constexpr Weight kClamping = kLight;
 };
 
 VEK_INLINE Two<uint16_t> widenBytes(Pack<uint8_t> a) {
@@ -152,33 +154,44 @@ struct WideShift {
 
 // `map` runs a functor on packs over the vectors of the call, of which dst is the destination; Op::Scale holds the
 // constants of a positive factor.
+// A rare case, out of line. It has copies of what it needs: nothing that a loop holds in registers may escape.
+template <class F>
+VEK_NOINLINE void outOfLine(const F& rare) {
+  const F copy = rare;
+  copy();
+}
+
 template <class Op, class D, class Map>
 VEK_INLINE void mapScaled(Op op, int scaleFactor, D* dst, ptrdiff_t n, Map map) {
   using T = typename Op::Element;
   if (scaleFactor == 0) {
-    map([op](auto... x) VEK_LAMBDA { return op.clamped(x...); });
+    map(weighted<Op::kClamping>([op](auto... x) VEK_LAMBDA { return op.clamped(x...); }));
   } else if (scaleFactor < 0) {
-    const LeftShift<T> shift(-int64_t(scaleFactor));
-    map([op, shift](auto... x) VEK_LAMBDA { return shift(op.clamped(x...)); });
+    outOfLine([op, scaleFactor, map]() VEK_LAMBDA {
+      const LeftShift<T> shift(-int64_t(scaleFactor));
+      map(weighted<kRare>([&](auto... x) VEK_LAMBDA { return shift(op.clamped(x...)); }));
+    });
   } else if (scaleFactor >= Op::kZeroFrom) {
     __builtin_memset(dst, 0, size_t(n) * sizeof(D));
   } else if (Op::kShort != 0 && scaleFactor == Op::kShort) {
-    if constexpr (Op::kShort != 0) map([op](auto... x) VEK_LAMBDA { return op.shortened(x...); });
+    if constexpr (Op::kShort != 0) map(weighted<kHeavy>([&](auto... x) VEK_LAMBDA { return op.shortened(x...); }));
   } else if (Op::kDeepFrom < Op::kZeroFrom && scaleFactor >= Op::kDeepFrom) {
     if constexpr (Op::kDeepFrom < Op::kZeroFrom) {
-      const typename Op::Scale s(scaleFactor);
-      map([op, s](auto... x) VEK_LAMBDA { return op.template rounded<true>(x..., s); });
+      outOfLine([op, scaleFactor, map]() VEK_LAMBDA {
+        const typename Op::Scale s(scaleFactor);
+        map(weighted<kRare>([&](auto... x) VEK_LAMBDA { return op.template rounded<true>(x..., s); }));
+      });
     }
   } else {
     const typename Op::Scale s(scaleFactor);
-    map([op, s](auto... x) VEK_LAMBDA { return op.template rounded<false>(x..., s); });
+    map(weighted<kHeavy>([&](auto... x) VEK_LAMBDA { return op.template rounded<false>(x..., s); }));
   }
 }
 
 // The vectors of a call, complex ones by whole elements.
 template <class F, class D, class... S>
 VEK_INLINE void mapElements(F f, D* dst, ptrdiff_t n, const S*... src) {
-  const auto held = [f](auto... x) VEK_LAMBDA { return f(inRegister(x)...); };
+  const auto held = weighted<kWeightOf<F>>([f](auto... x) VEK_LAMBDA { return f(inRegister(x)...); });
   if constexpr (kSame<D, Vek32fc> || kSame<D, Vek32sc>) {
     mapComplex(held, dst, n, src...);
   } else {

@@ -38,6 +38,7 @@ struct HalfScaled {
   using Element = T;
   using Scale = HalfShift<T>;
   static constexpr int kShort = 1, kZeroFrom = 8 * int(sizeof(T)) + 1, kDeepFrom = kZeroFrom;
+  static constexpr Weight kClamping = sizeof(T) == 2 ? kLight : kHeavy;
 
   static VEK_INLINE Pack<T> shortened(Pack<T> a, Pack<T> b) {
     const Pack<T> h = Op::half(a, b);

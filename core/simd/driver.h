@@ -55,31 +55,6 @@ VEK_INLINE ptrdiff_t toAlignment(const D* dst) {
 // Below this many blocks a misaligned destination costs less than the extra block that aligns it.
 constexpr ptrdiff_t kAlignBlocks = 16;
 
-// The loop around blocks of L elements, n >= L: make(i) forms the result of the block at i, put(i, result) stores it,
-// step(i) does both at once.
-template <int L, class D, class Make, class Put, class Step>
-VEK_INLINE void drive(const D* dst, ptrdiff_t n, Make make, Put put, Step step) {
-  const ptrdiff_t last = n - L;
-  const auto tail = make(last);
-  const ptrdiff_t toBoundary = n >= kAlignBlocks * L ? toAlignment(dst) : 0;
-  ptrdiff_t i = toBoundary <= L ? toBoundary : 0;
-  const bool aligns = i != 0;
-  auto head = tail;
-  if (aligns) head = make(0);
-  for (; i + 4 * L <= last; i += 4 * L) {
-#pragma GCC unroll 4
-    for (int k = 0; k < 4; ++k) step(i + k * L);
-  }
-  if (i + 2 * L <= last) {
-    step(i);
-    step(i + L);
-    i += 2 * L;
-  }
-  for (; i < last; i += L) step(i);
-  if (aligns) put(0, head);
-  put(last, tail);
-}
-
 // ---- vectors shorter than a block -----------------------------------------------------------------------------------
 
 // Less than a pack in a register: the largest power of two of elements that fits from the front, beside it as many from
@@ -191,36 +166,165 @@ VEK_INLINE void scatterBlock(T* dst, const Block<T, L>& b, ptrdiff_t n) {
   scatterShort<L* int(sizeof(T))>((U*)dst, (const U*)b.x, n * ptrdiff_t(sizeof(T)));
 }
 
-// Out of line: with its blocks in the frame, every call of the kernel would pay for aligning one. The functor comes by
-// reference to a copy, because gcc forgets to clean the upper vector halves after a call that passes packs by value,
-// and would keep one that has escaped out of registers.
-template <int L, class F, class D, class... S>
-VEK_NOINLINE void sweepShort(const F& f, D* dst, ptrdiff_t n, const S*... src) {
-  Block<D, L> out;
-  if constexpr (kPowerOfTwoSize<D> && (kPowerOfTwoSize<S> && ...)) {
-    [&](auto... in) VEK_LAMBDA { f(out.x, in.x...); }(gatherBlock<L>(src, n)...);
-    scatterBlock(dst, out, n);
-  } else {
-    [&](auto... in) VEK_LAMBDA { f(out.x, in.x...); }(shortBlock<L>(src, n)...);
-    copyShort(dst, out.x, n * ptrdiff_t(sizeof(D)));
+// Out of line and by the size of elements, so that the kernels of a file share them.
+template <int L, class T>
+VEK_NOINLINE void gatherOutside(T* block, const T* src, ptrdiff_t n) {
+  const Block<T, L> b = gatherBlock<L>(src, n);
+  copyBlock<T, L>(block, b.x);
+}
+template <int L, class T>
+VEK_NOINLINE void scatterOutside(T* dst, const T* block, ptrdiff_t n) {
+  Block<T, L> b;
+  copyBlock<T, L>(b.x, block);
+  scatterBlock(dst, b, n);
+}
+template <int L, class T>
+VEK_NOINLINE void fillOutside(T* block, const T* src, ptrdiff_t n) {
+  const Block<T, L> b = shortBlock<L>(src, n);
+  copyBlock<T, L>(block, b.x);
+}
+
+// ---- loops ----------------------------------------------------------------------------------------------------------
+
+// Every use of a functor is another copy of its code. Light ones, a few instructions, need several blocks a turn of the
+// loop; the work of heavy ones hides the loop's own. Rare ones, whose caller is out of line, take a block at a time.
+enum Weight { kLight, kHeavy, kRare };
+
+// A functor that says what it weighs; the others are light.
+template <Weight W, class F>
+struct Weighted {
+  F f;
+  template <class... A>
+  VEK_INLINE auto operator()(A... a) const {
+    return f(a...);
   }
+};
+template <class F>
+constexpr Weight kWeightOf = kLight;
+template <Weight W, class F>
+constexpr Weight kWeightOf<Weighted<W, F>> = W;
+template <Weight W, class F>
+VEK_INLINE Weighted<W, F> weighted(F f) {
+  return {f};
+}
+
+// Blocks a turn: four where registers are wide, two where a pack takes two of them; half as many where the work is more
+// or a block spans 64 bytes, and one from 128 on.
+template <class T>
+constexpr bool kWideRegisters = kAvx2 || (kAvx && (kFloat<T> || kSame<T, Vek32fc>));
+template <Weight W, int L, class D, class... S>
+constexpr int blocksATurn() {
+  int bytes = L * int(sizeof(D));
+  ((bytes = bytes < L * int(sizeof(S)) ? L * int(sizeof(S)) : bytes), ...);
+  if (kSmallCode || W == kRare || bytes > 64) return 1;
+  return (kWideRegisters<D> ? 4 : 2) / (W == kLight && bytes <= 32 ? 1 : 2);
+}
+
+// Blocks of L elements over vectors of any length. make(src...) forms the result of a block, put(dst, result) stores
+// it, step(dst, src...) does both at once.
+template <Weight W, int L, class Result, class Make, class Put, class Step, class D, class... S>
+VEK_INLINE void drive(Make make, Put put, Step step, D* dst, ptrdiff_t n, const S*... src) {
+  // Vectors shorter than a block are spread, or where elements are no power of two filled up, in local memory.
+  constexpr bool spread = kPowerOfTwoSize<D> && (kPowerOfTwoSize<S> && ...);
+  alignas(16) unsigned char room[L * (sizeof(S) + ... + 0) + 1];
+  size_t used = 0;
+  const auto place = [&](const auto* s) VEK_LAMBDA {
+    const auto block = reinterpret_cast<decltype(s)>(room + used);
+    used += L * sizeof(*s);
+    if constexpr (spread) {
+      using U = UnsignedOf<RemoveConst<decltype(*s)>>;
+      gatherOutside<L>((U*)block, (const U*)s, n);
+    } else {
+      using T = RemoveConst<decltype(*s)>;
+      fillOutside<L>((T*)block, s, n);
+    }
+    return block;
+  };
+  const auto give = [&](const Result& result) VEK_LAMBDA {
+    Block<D, L> out;
+    put(out.x, result);
+    if constexpr (spread) {
+      using U = UnsignedOf<D>;
+      scatterOutside<L>((U*)dst, (const U*)out.x, n);
+    } else {
+      copyShort(dst, out.x, n * ptrdiff_t(sizeof(D)));
+    }
+  };
+  const ptrdiff_t last = n - L;
+  if constexpr (W == kRare) {
+    // One copy: a block is stored when the next has been formed, which may overlap it only if it is the last.
+    const auto run = [&](const S*... at) VEK_LAMBDA {
+      Result kept;
+      ptrdiff_t i = 0, before = -1;
+#pragma GCC unroll 1
+      for (bool more = true; more;) {
+        const Result next = make((at + i)...);
+        if (before >= 0) put(dst + before, kept);
+        kept = next;
+        more = i < last;
+        before = i;
+        i = i + L < last ? i + L : last;
+      }
+      return kept;
+    };
+    const Result end = run((n < L ? place(src) : src)...);
+    if (n < L) return give(end);
+    return put(dst + last, end);
+  }
+  Result ends[2];
+  const ptrdiff_t toBoundary = n >= kAlignBlocks * L ? toAlignment(dst) : 0;
+  ptrdiff_t i = toBoundary <= L ? toBoundary : 0;
+  const bool aligns = i != 0;
+  // The last block and the first share a copy.
+  const auto formEnds = [&](const S*... end) VEK_LAMBDA {
+#pragma GCC unroll 1
+    for (int k = 0; k <= int(aligns); ++k) ends[k] = make((k == 0 ? end : src)...);
+  };
+  formEnds((n < L ? place(src) : src + last)...);
+  if (n < L) return give(ends[0]);
+  constexpr int turn = blocksATurn<W, L, D, S...>();
+  if constexpr (turn > 1) {
+    for (; i + turn * L <= last; i += turn * L) {
+#pragma GCC unroll 4
+      for (int k = 0; k < turn; ++k) step(dst + i + k * L, (src + i + k * L)...);
+    }
+  }
+#pragma GCC unroll 1
+  for (; i < last; i += L) step(dst + i, (src + i)...);
+  if (aligns) put(dst, ends[1]);
+  put(dst + last, ends[0]);
 }
 
 // ---- whole vectors --------------------------------------------------------------------------------------------------
 
+template <int L, Weight W, class F, class D, class... S>
+VEK_INLINE void sweepBlocks(const F& f, D* dst, ptrdiff_t n, const S*... src) {
+  const auto make = [&](const S*... at) VEK_LAMBDA {
+    Block<D, L> b;
+    f(b.x, at...);
+    return b;
+  };
+  const auto put = [](D* at, const Block<D, L>& b) VEK_LAMBDA { copyBlock<D, L>(at, b.x); };
+  drive<W, L, Block<D, L>>(
+      make, put, [&](D* d, const S*... at) VEK_LAMBDA { f(d, at...); }, dst, n, src...);
+}
+
+// The functor comes by reference to a copy and is copied again: gcc forgets to clean the upper vector halves after a
+// call that passes packs by value, and would keep one that has escaped out of registers.
+template <int L, class F, class D, class... S>
+VEK_NOINLINE void sweepShort(const F& f, D* dst, ptrdiff_t n, const S*... src) {
+  const F copy = f;
+  sweepBlocks<L, kRare>(copy, dst, n, src...);
+}
+
 template <int L, class F, class D, class... S>
 VEK_INLINE void sweep(F f, D* dst, ptrdiff_t n, const S*... src) {
-  if (n < L) {
+  // With wide registers, which most calls find, short vectors are worth a copy of their own.
+  if (blocksATurn<kWeightOf<F>, L, D, S...>() == 4 && n < L) {
     const F copy = f;
     return sweepShort<L>(copy, dst, n, src...);
   }
-  const auto make = [&](ptrdiff_t i) VEK_LAMBDA {
-    Block<D, L> b;
-    f(b.x, (src + i)...);
-    return b;
-  };
-  const auto put = [&](ptrdiff_t i, const Block<D, L>& b) VEK_LAMBDA { copyBlock<D, L>(dst + i, b.x); };
-  drive<L>(dst, n, make, put, [&](ptrdiff_t i) VEK_LAMBDA { f(dst + i, (src + i)...); });
+  sweepBlocks<L, kWeightOf<F>>(f, dst, n, src...);
 }
 
 // Two destinations: f(dst1, dst2, src...).
@@ -252,20 +356,24 @@ VEK_INLINE void sweepTwo(F f, D1* dst1, D2* dst2, ptrdiff_t n, const S*... src) 
   copyBlock<D2, L>(dst2 + last, tail2.x);
 }
 
-// The common case: one pack of each, all of one size. op takes packs and gives the pack to store, which waits in a
-// register where it has to wait.
+// The common case: one pack of each, all of one size. op takes packs and gives the pack to store.
+template <Weight W, class Op, class D, class... S>
+VEK_INLINE void mapBlocks(const Op& op, D* dst, ptrdiff_t n, const S*... src) {
+  const auto make = [&](const S*... at) VEK_LAMBDA { return op(load(at)...); };
+  const auto put = [](D* at, Pack<D> x) VEK_LAMBDA { store(at, x); };
+  drive<W, Pack<D>::lanes, Pack<D>>(
+      make, put, [&](D* d, const S*... at) VEK_LAMBDA { store(d, op(load(at)...)); }, dst, n, src...);
+}
+
 template <class Op, class D, class... S>
 VEK_INLINE void mapPacks(Op op, D* dst, ptrdiff_t n, const S*... src) {
-  constexpr int L = Pack<D>::lanes;
-  if (n < L) {
-    if (n < 1) return;
+  if (n < 1) return;
+  if (kAvx2 && kWeightOf<Op> == kLight && n < Pack<D>::lanes) {
     [[maybe_unused]] const ptrdiff_t bytes = n * ptrdiff_t(sizeof(D));
     storeShort(dst, op(loadShort(src, bytes)...), bytes);
     return;
   }
-  const auto make = [&]([[maybe_unused]] ptrdiff_t i) VEK_LAMBDA { return op(load(src + i)...); };
-  const auto put = [&](ptrdiff_t i, Pack<D> x) VEK_LAMBDA { store(dst + i, x); };
-  drive<L>(dst, n, make, put, [&](ptrdiff_t i) VEK_LAMBDA { put(i, make(i)); });
+  mapBlocks<kWeightOf<Op>>(op, dst, n, src...);
 }
 
 // The parts of complex elements as a plain array of twice the length.
@@ -277,7 +385,8 @@ VEK_INLINE int32_t* parts(Vek32sc* p) { return &p->re; }
 // Interleaved complex vectors of 8-byte elements, four to a pack; no element is ever split between two blocks.
 template <class Op, class D, class... S>
 VEK_INLINE void mapComplex(Op op, D* dst, ptrdiff_t n, const S*... src) {
-  sweep<4>([op](D* d, const S*... s) VEK_LAMBDA { store(parts(d), op(load(parts(s))...)); }, dst, n, src...);
+  sweep<4>(weighted<kWeightOf<Op>>([op](D* d, const S*... s) VEK_LAMBDA { store(parts(d), op(load(parts(s))...)); }),
+           dst, n, src...);
 }
 
 }  // namespace

@@ -9,10 +9,10 @@
 #include <stdint.h>
 
 // VEK_SLOT is the name of the slot, and of the namespace that its code lives in. Exported functions exist twice there:
-// as ::veksAdd_32fc, the entry that jumps to the slot in use, and as the slot's own. A call from slot code says which it
-// means, with `::` or with `VEK_SLOT::` in front. Bare, it is the slot's own as long as all arguments are of built-in
-// types; Vek32fc and the other structures are declared outside all namespaces, so argument-dependent lookup finds the
-// entry as well and the call is ambiguous.
+// as ::veksAdd_32fc, the entry that jumps to the slot in use, and as the slot's own. A call from slot code says which
+// it means, with `::` or with `VEK_SLOT::` in front. Bare, it is the slot's own as long as all arguments are of
+// built-in types; Vek32fc and the other structures are declared outside all namespaces, so argument-dependent lookup
+// finds the entry as well and the call is ambiguous.
 #ifndef VEK_SLOT
 #error "slot code is compiled with VEK_SLOT set to the suffix of its slot"
 #endif
@@ -59,11 +59,28 @@ constexpr bool kFma = true;
 constexpr bool kFma = false;
 #endif
 
+// Where a slot above serves every processor of the last fifteen years, size counts before speed.
+#if defined(VEK_SMALL_CODE)
+constexpr bool kSmallCode = true;
+#else
+constexpr bool kSmallCode = false;
+#endif
+
 // Type arithmetic, enough for the packs; the standard templates would leave shared symbols in debug builds.
 template <class A, class B>
 constexpr bool kSame = false;
 template <class A>
 constexpr bool kSame<A, A> = true;
+template <class T>
+struct RemoveConstOf {
+  using Type = T;
+};
+template <class T>
+struct RemoveConstOf<const T&> {
+  using Type = T;
+};
+template <class T>
+using RemoveConst = typename RemoveConstOf<T>::Type;
 template <class T>
 constexpr bool kFloat = kSame<T, float> || kSame<T, double>;
 template <class T>
