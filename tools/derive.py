@@ -280,6 +280,7 @@ def span_name(f):
     return "bit" + name[0].upper() + name[1:] if name in OPERATOR_WORDS else name
 
 
+COMPLEX = {"Vek32fc", "Vek64fc"}  # arrays of std::complex are taken as well
 BITS = {"veksCopy_1u"}  # whose length counts parts of an element
 HALVES = {"Low": "({0} + 1) / 2", "High": "{0} / 2"}  # the bands of the Haar step, by the length of the whole
 SAME_TYPE = {"Vek16f": "Vek16u", "VekRoundMode": "int", "VekCompareOp": "int", "VekHintAlgorithm": "int"}
@@ -313,7 +314,8 @@ def span_overload(f):
             if packed and element == "Vek8u":
                 element = "Vek" + packed[0]
                 pointer = f"detail::bytes({pointer})"
-            shown.append(f"std::span<{'const ' if 'const' in p.type else ''}{element}> {span(p)}")
+            kind = "ComplexSpan" if element in COMPLEX else "std::span"
+            shown.append(f"{kind}<{'const ' if 'const' in p.type else ''}{element}> {span(p)}")
             passed.append(pointer)
         else:
             shown.append(f"{p.type} {p.name}")
@@ -343,6 +345,7 @@ def spans(library):
 
 #include <span>
 
+#include "vek/complex.hpp"
 #include "vek/lengths.hpp"
 #include "vek/result.hpp"
 """.replace("LIBRARY", library.name.upper()) + f"""#include "{library.name}.h"

@@ -8,30 +8,40 @@
 namespace vek::VEK_SLOT {
 namespace {
 
-void splitParity(const float* x, float* v, int64_t len) {
-  constexpr int lanes = Pack<float>::lanes;
+// The odd samples may change their sign on the way: a sine transform is a cosine transform of those.
+enum Odds { kPlainOdds, kNegatedOdds };
+
+template <Odds O, class T>
+VEK_INLINE Pack<T> signedOdds(Pack<T> x) {
+  return O == kNegatedOdds ? x ^ broadcast(T(-0.0)) : x;
+}
+
+template <Odds O = kPlainOdds, class T>
+void splitParity(const T* x, T* v, int64_t len) {
+  constexpr int lanes = Pack<T>::lanes;
   int64_t i = 0;
   for (; 2 * (i + lanes) <= len; i += lanes) {
-    const Two<float> s = deinterleave(load(x + 2 * i), load(x + 2 * i + lanes));
+    const Two<T> s = deinterleave(load(x + 2 * i), load(x + 2 * i + lanes));
     store(v + i, s.a);
-    store(v + len - i - lanes, reverse(s.b));
+    store(v + len - i - lanes, reverse(signedOdds<O>(s.b)));
   }
   for (; 2 * i < len; ++i) {
     v[i] = x[2 * i];
-    if (2 * i + 1 < len) v[len - 1 - i] = x[2 * i + 1];
+    if (2 * i + 1 < len) v[len - 1 - i] = O == kNegatedOdds ? -x[2 * i + 1] : x[2 * i + 1];
   }
 }
-void mergeParity(const float* v, float* x, int64_t len) {
-  constexpr int lanes = Pack<float>::lanes;
+template <Odds O = kPlainOdds, class T>
+void mergeParity(const T* v, T* x, int64_t len) {
+  constexpr int lanes = Pack<T>::lanes;
   int64_t i = 0;
   for (; 2 * (i + lanes) <= len; i += lanes) {
-    const Two<float> s = interleave(load(v + i), reverse(load(v + len - i - lanes)));
+    const Two<T> s = interleave(load(v + i), signedOdds<O>(reverse(load(v + len - i - lanes))));
     store(x + 2 * i, s.a);
     store(x + 2 * i + lanes, s.b);
   }
   for (; 2 * i < len; ++i) {
     x[2 * i] = v[i];
-    if (2 * i + 1 < len) x[2 * i + 1] = v[len - 1 - i];
+    if (2 * i + 1 < len) x[2 * i + 1] = O == kNegatedOdds ? -v[len - 1 - i] : v[len - 1 - i];
   }
 }
 

@@ -201,7 +201,7 @@ void transformComplex(const T* src, T* dst, const DftSpec* spec, T scale, uint8_
 
 // The spectrum of the conjugate chirp over m points, and the chirp: exp(-pi i j^2 / n).
 template <class T>
-void fillChirp(T* table, int64_t n, int64_t m) {
+VEK_NOINLINE void fillChirp(T* table, int64_t n, int64_t m) {
   const UnitRoots<T> roots(2 * n);
   T* const chirp = table + 2 * m;
   for (int64_t j = 0; j < 2 * m; ++j) table[j] = 0;

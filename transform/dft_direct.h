@@ -22,7 +22,7 @@ int64_t sumTableSize(int64_t n) {
   return 2 * (n / 2 + 1) * sumColumns<T>(n);
 }
 template <class T, class F>
-void fillSums(T* table, int64_t n, F root) {
+void fillSums(T* table, int64_t n, const F& root) {
   const int64_t columns = sumColumns<T>(n);
   for (int64_t j = 0; j <= n / 2; ++j, table += 2 * columns) {
     for (int64_t k = 0; k < columns; ++k) {

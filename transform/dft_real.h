@@ -15,7 +15,7 @@ constexpr int64_t pairVectors(int64_t h) {
   return h < 1 ? 0 : (h - 1) / 2 / kLanes<T>;
 }
 template <class T, class F>
-void fillPairRoots(T* table, int64_t h, F root) {
+void fillPairRoots(T* table, int64_t h, const F& root) {
   constexpr int L = kLanes<T>;
   int64_t k = 1;
   for (; k <= pairVectors<T>(h) * L; k += L, table += 2 * L) {

@@ -4,38 +4,18 @@
 #ifndef VEK_VEK_HPP
 #define VEK_VEK_HPP
 
-#include <memory>
 #include <span>
 #include <type_traits>
 
 #include "vek.h"
+#include "vek/complex.hpp"
+#include "vek/handle.hpp"
 #include "vek/result.hpp"
 #include "vek/spans.hpp"
 
 namespace vek {
 
 namespace detail {
-
-// A state made by an InitAlloc function, released by its Free function.
-template <class State, VekStatus (*Free)(State*)>
-class Handle {
- public:
-  Handle() = default;
-  template <class Make>
-  Result reset(Make make) {
-    State* state = nullptr;
-    const Result made = make(&state);
-    if (made) state_.reset(state);
-    return made;
-  }
-  State* get() const noexcept { return state_.get(); }
-
- private:
-  struct Release {
-    void operator()(State* s) const noexcept { Free(s); }
-  };
-  std::unique_ptr<State, Release> state_;
-};
 
 template <class Tap, class Sample>
 struct FirKind;
@@ -88,10 +68,10 @@ template <class Kind, class Sample>
 class Filter {
  public:
   /** Filters a piece of the stream; the next call goes on where this one ended. */
-  Result operator()(std::span<const Sample> src, std::span<Sample> dst) {
+  Result operator()(Span<const Sample> src, Span<Sample> dst) {
     return Kind::run(src.data(), dst.data(), len(src, dst), state_.get());
   }
-  Result operator()(std::span<Sample> srcDst) { return Kind::runInPlace(srcDst.data(), len(srcDst), state_.get()); }
+  Result operator()(Span<Sample> srcDst) { return Kind::runInPlace(srcDst.data(), len(srcDst), state_.get()); }
   /** One sample. */
   Sample operator()(Sample src) {
     Sample dst{};
@@ -114,7 +94,7 @@ class Fir : public detail::Filter<detail::FirKind<Tap, Sample>, Sample> {
 
  public:
   /** delay, if given, holds taps.size() past samples, newest first. */
-  explicit Fir(std::span<const Tap> taps, std::span<const Sample> delay = {}) {
+  explicit Fir(Span<const Tap> taps, Span<const Sample> delay = {}) {
     this->state_
         .reset([&](auto** state) -> VekStatus {
           if (!detail::delayFits(delay, taps.size())) return vekStsSizeErr;
@@ -131,8 +111,8 @@ class MultiRateFir {
 
  public:
   /** delay, if given, holds ceil(taps.size() / upFactor) past samples, newest first. */
-  MultiRateFir(std::span<const Tap> taps, int upFactor, int downFactor, int upPhase = 0, int downPhase = 0,
-               std::span<const Sample> delay = {})
+  MultiRateFir(Span<const Tap> taps, int upFactor, int downFactor, int upPhase = 0, int downPhase = 0,
+               Span<const Sample> delay = {})
       : up_(upFactor), down_(downFactor) {
     state_
         .reset([&](auto** state) -> VekStatus {
@@ -144,7 +124,7 @@ class MultiRateFir {
         .orThrow();
   }
   /** src holds a multiple of downFactor samples, dst upFactor for every downFactor of them. */
-  Result operator()(std::span<const Sample> src, std::span<Sample> dst) {
+  Result operator()(Span<const Sample> src, Span<Sample> dst) {
     const size_t n = src.size() / size_t(down_);
     if (n > INT_MAX || src.size() % size_t(down_) != 0 || dst.size() != n * size_t(up_)) return vekStsSizeErr;
     return Kind::run(src.data(), dst.data(), int(n), state_.get());
@@ -164,7 +144,7 @@ class Iir : public detail::Filter<detail::IirKind<Tap, Sample>, Sample> {
 
  public:
   /** delay, if given, holds d0 .. d(N-1). */
-  explicit Iir(std::span<const Tap> taps, std::span<const Tap> delay = {}) {
+  explicit Iir(Span<const Tap> taps, Span<const Tap> delay = {}) {
     this->state_
         .reset([&](auto** state) -> VekStatus {
           if (taps.size() % 2 != 0) return vekStsIIROrderErr;
@@ -180,7 +160,7 @@ template <class Sample>
 class Biquads : public detail::Filter<detail::IirKind<Sample, Sample>, Sample> {
  public:
   /** delay, if given, holds d0 and d1 of every section. */
-  explicit Biquads(std::span<const Sample> sections, std::span<const Sample> delay = {}) {
+  explicit Biquads(Span<const Sample> sections, Span<const Sample> delay = {}) {
     this->state_
         .reset([&](auto** state) -> VekStatus {
           if (sections.size() % 6 != 0) return vekStsIIROrderErr;

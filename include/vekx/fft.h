@@ -30,10 +30,10 @@ extern "C" {
  *
  * A spec holds what transforms of one kind, length and scale need. It is made once and read-only from then on: any
  * number of threads may use it, each with a work buffer of its own. The GetSize functions tell the bytes of the two
- * buffers, which may lie at any alignment: the Init functions build the spec inside `pSpecBuffer`, where it lives; the
- * InitAlloc functions allocate it, to be released by the Free functions. A spec holds no addresses: its bytes may be
- * copied to a place of the same alignment modulo 64 and used there. Making one measures nothing, and gives the same
- * bytes each time.
+ * buffers in the slot in force, which may lie at any alignment: the Init functions build the spec inside `pSpecBuffer`,
+ * where it lives; the InitAlloc functions allocate it, to be released by the Free functions. The bytes of a buffer with
+ * a spec inside may be copied to one of the same alignment modulo 64, where they are a spec as well. Making one
+ * measures nothing, and gives the same spec each time; another slot's code refuses it.
  *
  * `pWorkBuffer` has the size that GetSize stores in `pWorkSize`, or for the Many forms in `pManyWorkSize`. Where it is
  * null, the call allocates what it needs and releases it again; where it is given, nothing is allocated. A size may be
@@ -257,10 +257,10 @@ VEK_API VekStatus vekxFFTInvMany_64fc64f_I(Vek64f* pSrcDst, Vek64s count, Vek64s
  * For convolutions (Mul) and correlations (MulConj) of one's own: `len` bins, in the order in which the transforms
  * store them, are multiplied one by one.
  *
- *     Mul         pDst[k] = pSrc1[k] * pSrc2[k]          _I   pSrcDst[k] = pSrcDst[k] * pSrc[k]
- *     MulConj     pDst[k] = pSrc1[k] * conj(pSrc2[k])    _I   pSrcDst[k] = pSrcDst[k] * conj(pSrc[k])
+ *     Mul         pDst[k] = pSrc1[k] * pSrc2[k]          _I   pSrcDst[k] = pSrc[k] * pSrcDst[k]
+ *     MulConj     pDst[k] = conj(pSrc1[k]) * pSrc2[k]    _I   pSrcDst[k] = conj(pSrc[k]) * pSrcDst[k]
  *     MulAdd      pSrcDst[k] = pSrcDst[k] + pSrc1[k] * pSrc2[k]
- *     MulConjAdd  pSrcDst[k] = pSrcDst[k] + pSrc1[k] * conj(pSrc2[k])
+ *     MulConjAdd  pSrcDst[k] = pSrcDst[k] + conj(pSrc1[k]) * pSrc2[k]
  *
  * Products, sums and differences are rounded one by one: exact class. A destination is the same array as a source or
  * does not overlap it.

@@ -55,8 +55,11 @@ int plainInt(const std::string& name) {
       {"upFactor", 2},     {"downFactor", 3}, {"scaleFactor", 1}, {"rndMode", 1}, {"srcBitOffset", 3},
       {"dstBitOffset", 5}, {"upPhase", 1},    {"downPhase", 1},   {"levelLT", 1}, {"levelGT", 2},
       {"val", 3},          {"lowerBound", 1}, {"upperBound", 99}, {"magn", 5},    {"level", 3},
-      {"value", 4},        {"valueLT", 6},    {"valueGT", 7}};
+      {"value", 4},        {"valueLT", 6},    {"valueGT", 7},     {"type", 2},    {"count", 2},
+      {"stride", 1},       {"srcStride", 1},  {"dstStride", 1}};
   static const std::set<std::string> scaled = {"len", "srcLen", "src1Len", "src2Len", "dstLen", "numIters", "tapsLen"};
+  // From one array to the next: room for the spectrum of as many real numbers as there are in each.
+  if (name == "distance" || name == "srcDistance" || name == "dstDistance") return plainLength("len", 12) / 2 * 2 + 2;
   if (name == "maskSize") return timedLength > 0 ? 5 : 2 * lengthScale + 1;
   if (exactLength && scaled.count(name)) return exactLength;
   const auto it = values.find(name);
@@ -220,6 +223,15 @@ void releaseMade(const std::string& name, void* stored) {
   VEK_RELEASE_FILTERS(64fc_32fc)
   VEK_RELEASE("veksDCTFwdInitAlloc", _32f, VeksDCTFwdSpec_32f, veksDCTFwdFree_32f)
   VEK_RELEASE("veksDCTInvInitAlloc", _32f, VeksDCTInvSpec_32f, veksDCTInvFree_32f)
+#define VEKX_RELEASE(FAMILY, KIND) \
+  VEK_RELEASE("vekx" #FAMILY "InitAlloc_", KIND, Vekx##FAMILY##Spec_##KIND, vekx##FAMILY##Free_##KIND)
+  VEKX_RELEASE(FFT, 32f)
+  VEKX_RELEASE(FFT, 64f)
+  VEKX_RELEASE(FFT, 32fc)
+  VEKX_RELEASE(FFT, 64fc)
+  VEKX_RELEASE(Trig, 32f)
+  VEKX_RELEASE(Trig, 64f)
+#undef VEKX_RELEASE
 #undef VEK_RELEASE_FILTERS
 #undef VEK_RELEASE
 }
