@@ -65,7 +65,7 @@ def programs(args, document, work):
 def names(args, document, functions, tests):
     text = document.read_text()
     prose = FENCE.sub("", text)
-    for name, star in sorted(set(re.findall(r"\b(veks?[A-Z]\w*)(\*?)", prose))):
+    for name, star in sorted(set(re.findall(r"\b(vek[sx]?[A-Z]\w*)(\*?)", prose))):
         known = any(f.startswith(name) for f in functions) if star else name in functions
         if not known:
             yield f"{document}: there is no {name}{star}"
@@ -89,8 +89,8 @@ def main():
     args = parser.parse_args()
     args.count = 0
     documents = args.documents or [args.root / "README.md", args.root / "CONTRIBUTING.md", *sorted((args.root / "docs").glob("*.md"))]
-    headers = "".join(h.read_text() for h in (args.root / "include/vek").glob("*.h"))
-    functions = set(re.findall(r"\bveks?[A-Z]\w*", headers))
+    headers = "".join(h.read_text() for h in (args.root / "include").glob("vek*/*.h"))
+    functions = set(re.findall(r"\bvek[sx]?[A-Z]\w*", headers))
     sources = "".join(t.read_text() for t in (args.root / "tests").glob("*.cpp"))
     tests = {f"{suite}.{name}" for suite, name in re.findall(r"\b(?:TYPED_)?TEST(?:_F|_P)?\((\w+),\s*(\w+)\)", sources)}
     wrong = []
