@@ -31,7 +31,7 @@ def table(library, objects):
     """A Markdown table of the sources by slot, in KiB."""
     cells, slots = collections.defaultdict(int), []
     for path, size in zip(objects, sizes(*objects)):
-        slot, source = re.search(r"_slot_(\w\w)\w*\.dir/(.*)\.cpp\.o$", path).groups()
+        slot, source = re.search(r"_slot_(\w\w)\w*\.dir/(?:\./)?(.*)\.cpp\.o$", path).groups()
         cells[source, slot] += size
         cells[source.split("/")[0] + "/", slot] += size
         if slot not in slots:

@@ -174,7 +174,7 @@ VEK_INLINE void mapScaled(Op op, int scaleFactor, D* dst, ptrdiff_t n, Map map) 
   } else if (scaleFactor >= Op::kZeroFrom) {
     __builtin_memset(dst, 0, size_t(n) * sizeof(D));
   } else if (Op::kShort != 0 && scaleFactor == Op::kShort) {
-    if constexpr (Op::kShort != 0) map(weighted<kHeavy>([&](auto... x) VEK_LAMBDA { return op.shortened(x...); }));
+    if constexpr (Op::kShort != 0) map([op](auto... x) VEK_LAMBDA { return op.shortened(x...); });
   } else if (Op::kDeepFrom < Op::kZeroFrom && scaleFactor >= Op::kDeepFrom) {
     if constexpr (Op::kDeepFrom < Op::kZeroFrom) {
       outOfLine([op, scaleFactor, map]() VEK_LAMBDA {

@@ -169,19 +169,16 @@ VEK_INLINE void scatterBlock(T* dst, const Block<T, L>& b, ptrdiff_t n) {
 // Out of line and by the size of elements, so that the kernels of a file share them.
 template <int L, class T>
 VEK_NOINLINE void gatherOutside(T* block, const T* src, ptrdiff_t n) {
-  const Block<T, L> b = gatherBlock<L>(src, n);
-  copyBlock<T, L>(block, b.x);
+  gatherShort<L* int(sizeof(T))>(block, src, n * ptrdiff_t(sizeof(T)));
 }
 template <int L, class T>
 VEK_NOINLINE void scatterOutside(T* dst, const T* block, ptrdiff_t n) {
-  Block<T, L> b;
-  copyBlock<T, L>(b.x, block);
-  scatterBlock(dst, b, n);
+  scatterShort<L* int(sizeof(T))>(dst, block, n * ptrdiff_t(sizeof(T)));
 }
 template <int L, class T>
 VEK_NOINLINE void fillOutside(T* block, const T* src, ptrdiff_t n) {
-  const Block<T, L> b = shortBlock<L>(src, n);
-  copyBlock<T, L>(block, b.x);
+  for (int i = 0; i < L; ++i) block[i] = src[0];
+  copyShort(block, src, n * ptrdiff_t(sizeof(T)));
 }
 
 // ---- loops ----------------------------------------------------------------------------------------------------------
@@ -209,7 +206,7 @@ VEK_INLINE Weighted<W, F> weighted(F f) {
 }
 
 // Blocks a turn: four where registers are wide, two where a pack takes two of them; half as many where the work is more
-// or a block spans 64 bytes, and one from 128 on.
+// or a block gives more than a pack, and one where it takes more than two.
 template <class T>
 constexpr bool kWideRegisters = kAvx2 || (kAvx && (kFloat<T> || kSame<T, Vek32fc>));
 template <Weight W, int L, class D, class... S>
@@ -217,7 +214,7 @@ constexpr int blocksATurn() {
   int bytes = L * int(sizeof(D));
   ((bytes = bytes < L * int(sizeof(S)) ? L * int(sizeof(S)) : bytes), ...);
   if (kSmallCode || W == kRare || bytes > 64) return 1;
-  return (kWideRegisters<D> ? 4 : 2) / (W == kLight && bytes <= 32 ? 1 : 2);
+  return (kWideRegisters<D> ? 4 : 2) / (W == kLight && L * int(sizeof(D)) <= 32 ? 1 : 2);
 }
 
 // Blocks of L elements over vectors of any length. make(src...) forms the result of a block, put(dst, result) stores
@@ -309,18 +306,24 @@ VEK_INLINE void sweepBlocks(const F& f, D* dst, ptrdiff_t n, const S*... src) {
       make, put, [&](D* d, const S*... at) VEK_LAMBDA { f(d, at...); }, dst, n, src...);
 }
 
-// The functor comes by reference to a copy and is copied again: gcc forgets to clean the upper vector halves after a
-// call that passes packs by value, and would keep one that has escaped out of registers.
+// With wide registers, which most calls find, short vectors have a copy of a light functor of their own. The functor
+// comes by reference to a copy: gcc forgets to clean the upper vector halves after a call that passes packs by value,
+// and would keep one that has escaped out of registers.
 template <int L, class F, class D, class... S>
 VEK_NOINLINE void sweepShort(const F& f, D* dst, ptrdiff_t n, const S*... src) {
-  const F copy = f;
-  sweepBlocks<L, kRare>(copy, dst, n, src...);
+  Block<D, L> out;
+  if constexpr (kPowerOfTwoSize<D> && (kPowerOfTwoSize<S> && ...)) {
+    [&](auto... in) VEK_LAMBDA { f(out.x, in.x...); }(gatherBlock<L>(src, n)...);
+    scatterBlock(dst, out, n);
+  } else {
+    [&](auto... in) VEK_LAMBDA { f(out.x, in.x...); }(shortBlock<L>(src, n)...);
+    copyShort(dst, out.x, n * ptrdiff_t(sizeof(D)));
+  }
 }
 
 template <int L, class F, class D, class... S>
 VEK_INLINE void sweep(F f, D* dst, ptrdiff_t n, const S*... src) {
-  // With wide registers, which most calls find, short vectors are worth a copy of their own.
-  if (blocksATurn<kWeightOf<F>, L, D, S...>() == 4 && n < L) {
+  if (kAvx2 && kWeightOf<F> == kLight && n < L) {
     const F copy = f;
     return sweepShort<L>(copy, dst, n, src...);
   }
@@ -368,7 +371,7 @@ VEK_INLINE void mapBlocks(const Op& op, D* dst, ptrdiff_t n, const S*... src) {
 template <class Op, class D, class... S>
 VEK_INLINE void mapPacks(Op op, D* dst, ptrdiff_t n, const S*... src) {
   if (n < 1) return;
-  if (kAvx2 && kWeightOf<Op> == kLight && n < Pack<D>::lanes) {
+  if (kAvx2 && kWeightOf<Op> != kRare && n < Pack<D>::lanes) {
     [[maybe_unused]] const ptrdiff_t bytes = n * ptrdiff_t(sizeof(D));
     storeShort(dst, op(loadShort(src, bytes)...), bytes);
     return;
