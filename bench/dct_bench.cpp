@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+// Cosine transforms against an open library.
 #include <math.h>
 
 #include "bench/support/rows.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+// Generators and windows against plain loops and open libraries.
 #include <math.h>
 
 #include "bench/support/rows.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+// Recursive filters against plain loops and open libraries.
 #include <math.h>
 
 #include "bench/support/rows.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+// Resampling, median, sampling and their like against plain loops.
 #include <algorithm>
 #include <cmath>
 #include <complex>
