@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+// The choice of the slot when the library is loaded.
 #include "core/dispatch.h"
 
 #include "core/slots.h"

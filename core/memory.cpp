@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+// Aligned memory: each block remembers what the heap gave for it.
 #include "core/memory.h"
 
 #include <stdlib.h>

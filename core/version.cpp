@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+// The slot's version record.
 #include "core/version.h"
 
 #include "core/dispatch.h"

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
+// Sums of products of shifted samples with taps, many outputs at a time.
 #include "filter/fir_kernel.h"
 
+#include "core/simd/complex.h"
 #include "core/simd/convert.h"
+#include "core/simd/short.h"
 
 namespace vek::VEK_SLOT {
 namespace {
@@ -76,7 +79,7 @@ VEK_INLINE void addRun(Sums<K, B, S>& sums, const typename K::T* x, const typena
 }
 
 VEK_INLINE void put(float* y, Pack<float> v) { store(y, v); }
-VEK_INLINE void put(float* y, Pack<double> v) { _mm_storeu_si128(reinterpret_cast<__m128i_u*>(y), doubleToFloats(v)); }
+VEK_INLINE void put(float* y, Pack<double> v) { storeBytes<16>(y, doubleToFloats(v)); }
 template <class K, int B, int S>
 VEK_INLINE Pack<typename K::T> total(const Sums<K, B, S>& sums, int c, int b) {
   Pack<typename K::T> t = sums.a[0][c][b];

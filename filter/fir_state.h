@@ -100,7 +100,7 @@ VEK_INLINE void giveSamples(const float* from, float* to, int64_t n) { copySampl
 VEK_INLINE void giveSamples(const double* from, float* to, int64_t n) {
   constexpr int lanes = Pack<double>::lanes;
   int64_t i = 0;
-  for (; i + lanes <= n; i += lanes) _mm_storeu_si128((__m128i_u*)(to + i), doubleToFloats(load(from + i)));
+  for (; i + lanes <= n; i += lanes) storeBytes<16>(to + i, doubleToFloats(load(from + i)));
   for (; i < n; ++i) to[i] = float(from[i]);
 }
 

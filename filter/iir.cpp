@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+// Recursive filters: their states, and which kernel a state and a length get.
 #include "core/memory.h"
 #include "core/simd/checks.h"
 #include "filter/iir_block.h"

@@ -67,13 +67,13 @@ VEK_INLINE Group<double, P> entered(const Group<double, P>& up, Pack<double> in)
 // Two samples, each in the lowest lane of a pack, and back.
 VEK_INLINE Two<double> loadPair(const double* x) { return {broadcast(x[0]), broadcast(x[1])}; }
 VEK_INLINE Two<double> loadPair(const float* x) {
-  const __m128d pair = _mm_cvtps_pd((__m128)loadBytes<8>(x));
-  return {withLowHalf<double>((__m128i)pair), withLowHalf<double>((__m128i)_mm_unpackhi_pd(pair, pair))};
+  const __m128d pair = readPair(x);
+  return {withLowHalf<double>((__m128i)pair), withLowHalf<double>((__m128i)__m128d{pair[1], pair[1]})};
 }
-VEK_INLINE __m128d joinLowest(Two<double> x) { return _mm_unpacklo_pd((__m128d)half(x.a, 0), (__m128d)half(x.b, 0)); }
-VEK_INLINE void storePair(double* to, Two<double> x) { _mm_storeu_pd(to, joinLowest(x)); }
-VEK_INLINE void storePair(float* to, Two<double> x) {
-  _mm_storel_epi64(reinterpret_cast<__m128i_u*>(to), (__m128i)_mm_cvtpd_ps(joinLowest(x)));
+template <class S>
+VEK_INLINE void storePair(S* to, Two<double> x) {
+  const __m128d a = (__m128d)half(x.a, 0), b = (__m128d)half(x.b, 0);
+  storePair(to, __m128d{a[0], b[0]});
 }
 
 template <int P>

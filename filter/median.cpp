@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+// Median filters: pieces of the signal with its edges repeated, and the kernel that fits the mask.
 #include "core/memory.h"
 #include "core/simd/checks.h"
 #include "filter/median_network.h"

@@ -5,35 +5,12 @@
 #define VEK_FILTER_MEDIAN_NETWORK_H
 
 #include "core/simd/driver.h"
+#include "core/simd/order.h"
 
 namespace vek::VEK_SLOT {
 namespace {
 
-template <class T>
-VEK_INLINE void sortTwo(Pack<T>& a, Pack<T>& b) {
-  const Pack<T> low = minOf(a, b);
-  b = maxOf(a, b);
-  a = low;
-}
-
-// A float's bits to an integer of the same order, -0 below +0 and NaNs outside the infinities; its own inverse.
-VEK_INLINE Pack<int32_t> floatOrder(Pack<int32_t> x) { return x ^ bits<int32_t>(bits<uint32_t>(x >> 31) >> 1); }
-
 // ---- masks up to 9: the window in registers -------------------------------------------------------------------------
-
-template <class T>
-VEK_INLINE Pack<T> medianOf3(Pack<T> a, Pack<T> b, Pack<T> c) {
-  sortTwo(a, b);
-  return maxOf(a, minOf(b, c));
-}
-
-// Three values into ascending order.
-template <class T>
-VEK_INLINE void sortThree(Pack<T>& a, Pack<T>& b, Pack<T>& c) {
-  sortTwo(b, c);
-  sortTwo(a, b);
-  sortTwo(b, c);
-}
 
 // The median of M values.
 template <int M, class T>
@@ -41,9 +18,7 @@ VEK_INLINE Pack<T> medianOf(Pack<T> (&v)[M]) {
   if constexpr (M == 3) {
     return medianOf3(v[0], v[1], v[2]);
   } else if constexpr (M == 5) {
-    sortTwo(v[0], v[1]);
-    sortTwo(v[3], v[4]);
-    return medianOf3(maxOf(v[0], v[3]), minOf(v[1], v[4]), v[2]);
+    return medianOf5(v[0], v[1], v[3], v[4], v[2]);
   } else if constexpr (M == 7) {
     // Of two sorted triples the pairwise minima are the three smallest and the maxima the three largest values.
     sortThree(v[0], v[1], v[2]);
@@ -155,18 +130,6 @@ constexpr int kListHalf = kListMask / 2;
 constexpr int kListBytes = 1216;  // of each row of sorted runs
 constexpr int kListSlack = 64;    // elements that may be read behind the window's last
 
-struct Exchange {
-  uint8_t a, b;
-};
-constexpr Exchange kSort8[19] = {{0, 2}, {1, 3}, {4, 6}, {5, 7}, {0, 4}, {1, 5}, {2, 6}, {3, 7}, {0, 1}, {2, 3},
-                                 {4, 5}, {6, 7}, {2, 4}, {3, 5}, {1, 4}, {3, 6}, {1, 2}, {3, 4}, {5, 6}};
-constexpr Exchange kSort16[60] = {
-    {0, 13},  {1, 12}, {2, 15},  {3, 14},  {4, 8},   {5, 6}, {7, 11},  {9, 10},  {0, 5},   {1, 7},   {2, 9},   {3, 4},
-    {6, 13},  {8, 14}, {10, 15}, {11, 12}, {0, 1},   {2, 3}, {4, 5},   {6, 8},   {7, 9},   {10, 11}, {12, 13}, {14, 15},
-    {0, 2},   {1, 3},  {4, 10},  {5, 11},  {6, 7},   {8, 9}, {12, 14}, {13, 15}, {1, 2},   {3, 12},  {4, 6},   {5, 7},
-    {8, 10},  {9, 11}, {13, 14}, {1, 4},   {2, 6},   {5, 8}, {7, 10},  {9, 13},  {11, 14}, {2, 4},   {3, 6},   {9, 12},
-    {11, 13}, {3, 5},  {6, 8},   {7, 9},   {10, 12}, {3, 4}, {5, 6},   {7, 8},   {9, 10},  {11, 12}, {6, 7},   {8, 9}};
-
 // Lane by lane the H = 8 or 16 shifted elements, sorted; those from `half` on count as the largest value.
 template <int H, class T>
 VEK_INLINE void sortRun(const T* s, int half, T* row, ptrdiff_t stride) {
@@ -174,13 +137,7 @@ VEK_INLINE void sortRun(const T* s, int half, T* row, ptrdiff_t stride) {
   Pack<T> v[H];
 #pragma GCC unroll 16
   for (int k = 0; k < H; ++k) v[k] = k < half ? load(s + k) : broadcast(most);
-  if constexpr (H == 8) {
-#pragma GCC unroll 19
-    for (int i = 0; i < 19; ++i) sortTwo(v[kSort8[i].a], v[kSort8[i].b]);
-  } else {
-#pragma GCC unroll 60
-    for (int i = 0; i < 60; ++i) sortTwo(v[kSort16[i].a], v[kSort16[i].b]);
-  }
+  sortAcross(v);
 #pragma GCC unroll 16
   for (int k = 0; k < H; ++k) store(row + k * stride, v[k]);
 }

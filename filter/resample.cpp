@@ -2,7 +2,7 @@
 // Up- and down-sampling move bit patterns: 32-bit words for real samples, 64-bit words for complex ones.
 #include "core/simd/checks.h"
 #include "core/simd/driver.h"
-#include "core/simd/shuffle.h"
+#include "core/simd/interleave.h"
 #include "vek.h"
 
 namespace vek::VEK_SLOT {
@@ -87,19 +87,8 @@ VEK_INLINE VekStatus sampleUp(const T* src, int srcLen, T* dst, int* dstLen, int
 template <int Phase, class W>
 VEK_INLINE Pack<W> everyOther(const W* s) {
   constexpr int lanes = Pack<W>::lanes;
-  if constexpr (Pack<W>::regs == 1) {
-    const __m256i x = whole(load(s)), y = whole(load(s + lanes));
-    __m256i z;
-    if constexpr (sizeof(W) == 4) {
-      z = (__m256i)_mm256_shuffle_ps((__m256)x, (__m256)y, Phase == 0 ? 0x88 : 0xDD);
-    } else {
-      z = Phase == 0 ? unpackLow<8>(x, y) : unpackHigh<8>(x, y);
-    }
-    return {{regCast<typename Pack<W>::Reg>(_mm256_permute4x64_epi64(z, 0xD8))}};
-  } else {
-    const Two<W> t = deinterleave(load(s), load(s + lanes));
-    return Phase == 0 ? t.a : t.b;
-  }
+  const Two<W> t = deinterleave(load(s), load(s + lanes));
+  return Phase == 0 ? t.a : t.b;
 }
 
 // Whole periods only: the packs that are read end with the last period that lies inside the source.

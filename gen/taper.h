@@ -28,8 +28,8 @@ VEK_INLINE Group<double, 2> reversed(Group<double, 2> w) { return {{reverse(w.p[
 // Fewer than eight elements.
 template <class T>
 VEK_INLINE void weighFew(T* dst, const T* src, Group<double, 2> w, int n) {
-  const Block<T, 8> in = shortBlock<8>(src, n);
-  Block<T, 8> out;
+  Block<T, 8> in = {}, out;
+  copyShort(in.x, src, n * ptrdiff_t(sizeof(T)));
   weigh(out.x, in.x, w);
   copyShort(dst, out.x, n * ptrdiff_t(sizeof(T)));
 }

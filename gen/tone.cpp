@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+// Cosine tones by a recurrence, real and complex.
 #include "core/simd/convert.h"
 #include "core/simd/double_double.h"
 #include "gen/phase.h"
@@ -6,10 +7,6 @@
 
 namespace vek::VEK_SLOT {
 namespace {
-
-VEK_INLINE void storePair(float* dst, __m128d x) {
-  _mm_storel_epi64(reinterpret_cast<__m128i_u*>(dst), (__m128i)_mm_cvtpd_ps(x));
-}
 
 // The first two angles and the step from one to the next, all at once. The recurrence multiplies what is wrong in their
 // cosines by the length, so these have to be the same with every C library.
@@ -31,8 +28,9 @@ VEK_INLINE void fillTone(float* dst, int len, double magn, double freq, double p
   const double x0 = magn * starts.cosine[0], x1 = magn * starts.cosine[1], x2 = c * x1 - x0, x3 = c * x2 - x1;
   const double start[4] = {x0, x1, x2, x3};
   for (int i = 0; i < 4 && i < len; ++i) dst[i] = float(start[i]);
-  const __m128d d = _mm_set1_pd(c * c - 2);
-  __m128d before = _mm_setr_pd(x0, x1), last = _mm_setr_pd(x2, x3);
+  const double k = c * c - 2;
+  const __m128d d = {k, k};
+  __m128d before = {x0, x1}, last = {x2, x3};
   ptrdiff_t n = 4;
   for (; n + 4 <= len; n += 4) {
     before = d * last - before;
@@ -52,16 +50,17 @@ VEK_INLINE void fillTone(float* dst, int len, double magn, double freq, double p
   }
   if (n < len) {
     step();
-    dst[n] = float(_mm_cvtsd_f64(last));
+    dst[n] = float(last[0]);
   }
 }
 
 VEK_INLINE void fillTone(Vek32fc* dst, int len, double magn, double freq, double phase) {
   const double omega = kTwoPi * freq;
   const Starts starts(phase, omega);
-  const __m128d c = _mm_set1_pd(2 * starts.cosine[2]);
-  __m128d before = _mm_setr_pd(magn * starts.cosine[0], magn * starts.sine[0]);
-  __m128d last = _mm_setr_pd(magn * starts.cosine[1], magn * starts.sine[1]);
+  const double k = 2 * starts.cosine[2];
+  const __m128d c = {k, k};
+  __m128d before = {magn * starts.cosine[0], magn * starts.sine[0]};
+  __m128d last = {magn * starts.cosine[1], magn * starts.sine[1]};
   storePair(&dst[0].re, before);
   if (len > 1) storePair(&dst[1].re, last);
   ptrdiff_t n = 2;

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+// Triangle waves, real and complex.
 #include "gen/phase.h"
 #include "vek.h"
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+// Windows of cosines and the Bartlett window.
 #include <math.h>
 
 #include "core/simd/double_double.h"

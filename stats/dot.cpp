@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+// Dot products, real, complex and mixed, in single and double precision and of scaled integers.
+#include "core/simd/scale.h"
 #include "stats/reduce.h"
 #include "vek.h"
 
@@ -99,7 +101,7 @@ VEK_INLINE Vek32fc mixedDot(const float* reals, const float* complexes, ptrdiff_
     for (int k = 0; k < K; ++k) add(k, i + 8 * k);
   }
   for (; i + 8 <= n; i += 8) add(0, i);
-  const __m128 s = _mm_add_ps(tree(low), tree(high));
+  const __m128 s = tree(low) + tree(high);
   Vek32fc all = {s[0] + s[2], s[1] + s[3]};
   for (; i < n; ++i) {
     const float x = read(reals + i);
@@ -128,7 +130,7 @@ struct ProductOf {
 // Every operation rounded. With contraction off gcc 12 still makes vfmaddsub of such a difference and sum of products,
 // unless it cannot see that the first operands are products.
 VEK_INLINE __m128d complexMulOne(__m128d x, __m128d y) {
-  __m128d straight = _mm_mul_pd(_mm_unpacklo_pd(x, x), y);
+  __m128d straight = __m128d{x[0], x[0]} * y;
   if constexpr (kFma) asm("" : "+x"(straight));
   return __m128d{straight[0] - x[1] * y[1], straight[1] + x[1] * y[0]};
 }
@@ -146,7 +148,7 @@ VEK_INLINE __m128d orderedComplexDot(const S* src1, const S* src2, ptrdiff_t n) 
     }
   }
   __m128d all = tree(sum);
-  for (; i < n; ++i) all = _mm_add_pd(all, complexMulOne(readComplex(src1 + 2 * i), readComplex(src2 + 2 * i)));
+  for (; i < n; ++i) all += complexMulOne(readPair(src1 + 2 * i), readPair(src2 + 2 * i));
   return all;
 }
 
@@ -170,7 +172,7 @@ VEK_INLINE __m128d regroupedComplexDot(const S* src1, const S* src2, ptrdiff_t n
   for (; i + 4 <= 2 * n; i += 4) add(0, i);
   const __m128d s = tree(straight), c = tree(crossed);
   __m128d all = {s[0] - s[1], c[0] + c[1]};
-  if (i < 2 * n) all = _mm_add_pd(all, complexMulOne(readComplex(src1 + i), readComplex(src2 + i)));
+  if (i < 2 * n) all += complexMulOne(readPair(src1 + i), readPair(src2 + i));
   return all;
 }
 
@@ -203,32 +205,13 @@ VEK_INLINE __m128d mixedDotInDouble(const S* reals, const S* complexes, ptrdiff_
   for (; i + 4 <= n; i += 4) add(0, i);
   __m128d all = tree(sum);
   for (; i < n; ++i) {
-    const __m128d x = _mm_set1_pd(double(read(reals + i)));
-    all = _mm_add_pd(all, _mm_mul_pd(x, readComplex(complexes + 2 * i)));
+    const double x = double(read(reals + i));
+    all += __m128d{x, x} * readPair(complexes + 2 * i);
   }
   return all;
 }
 
 // ---- integers: sums of rounded products, rounded once more ---------------------------------------------------------
-
-// 2^-scaleFactor from its exponent alone.
-VEK_INLINE double scaleOf(int scaleFactor) {
-  const int s = scaleFactor < -31 ? -31 : scaleFactor > 93 ? 93 : scaleFactor;
-  const uint64_t exponent = uint64_t(1023 - s) << 52;
-  double x;
-  __builtin_memcpy(&x, &exponent, sizeof x);
-  return x;
-}
-
-// Clamped to 32 bits and rounded to nearest, ties to even.
-VEK_INLINE int32_t roundedResult(double x) {
-  if (x >= 2147483647.0) return INT32_MAX;
-  if (x <= -2147483648.0) return INT32_MIN;
-  const double shifted = x + (x < 0 ? -0.5 : 0.5);
-  int64_t whole = int64_t(shifted);
-  if (whole % 2 != 0 && double(whole) == shifted) whole += x < 0 ? 1 : -1;
-  return int32_t(whole);
-}
 
 VEK_INLINE Vek32sc roundedResult(__m128d x, double scale) {
   return {roundedResult(x[0] * scale), roundedResult(x[1] * scale)};
@@ -253,42 +236,42 @@ VekStatus veksDotProd_32f64f(const Vek32f* pSrc1, const Vek32f* pSrc2, int len, 
   return dot(sum, pSrc1, pSrc2, len, pDp);
 }
 VekStatus veksDotProd_32fc(const Vek32fc* pSrc1, const Vek32fc* pSrc2, int len, Vek32fc* pDp) {
-  const auto sum = [](auto x, auto y, auto n) VEK_LAMBDA { return complexDot(partsOf(x), partsOf(y), n); };
+  const auto sum = [](auto x, auto y, auto n) VEK_LAMBDA { return complexDot(parts(x), parts(y), n); };
   return dot(sum, pSrc1, pSrc2, len, pDp);
 }
 VekStatus veksDotProd_32fc64fc(const Vek32fc* pSrc1, const Vek32fc* pSrc2, int len, Vek64fc* pDp) {
   const auto sum = [](auto x, auto y, auto n) VEK_LAMBDA {
-    const __m128d all = complexDotInDouble(partsOf(x), partsOf(y), n);
+    const __m128d all = complexDotInDouble(parts(x), parts(y), n);
     return Vek64fc{all[0], all[1]};
   };
   return dot(sum, pSrc1, pSrc2, len, pDp);
 }
 VekStatus veksDotProd_32f32fc(const Vek32f* pSrc1, const Vek32fc* pSrc2, int len, Vek32fc* pDp) {
-  return dot([](auto x, auto y, auto n) VEK_LAMBDA { return mixedDot(x, partsOf(y), n); }, pSrc1, pSrc2, len, pDp);
+  return dot([](auto x, auto y, auto n) VEK_LAMBDA { return mixedDot(x, parts(y), n); }, pSrc1, pSrc2, len, pDp);
 }
 VekStatus veksDotProd_32f32fc64fc(const Vek32f* pSrc1, const Vek32fc* pSrc2, int len, Vek64fc* pDp) {
   const auto sum = [](auto x, auto y, auto n) VEK_LAMBDA {
-    const __m128d all = mixedDotInDouble(x, partsOf(y), n);
+    const __m128d all = mixedDotInDouble(x, parts(y), n);
     return Vek64fc{all[0], all[1]};
   };
   return dot(sum, pSrc1, pSrc2, len, pDp);
 }
 VekStatus veksDotProd_32s_Sfs(const Vek32s* pSrc1, const Vek32s* pSrc2, int len, Vek32s* pDp, int scaleFactor) {
-  const double scale = scaleOf(scaleFactor);
+  const double scale = scaleMultiplier<double>(scaleFactor < -31 ? -31 : scaleFactor > 93 ? 93 : scaleFactor);
   const auto sum = [scale](auto x, auto y, auto n)
                        VEK_LAMBDA { return roundedResult(regroupedSum<2>(ProductOf<Vek32s>(), n, x, y) * scale); };
   return dot(sum, pSrc1, pSrc2, len, pDp);
 }
 VekStatus veksDotProd_32sc_Sfs(const Vek32sc* pSrc1, const Vek32sc* pSrc2, int len, Vek32sc* pDp, int scaleFactor) {
-  const double scale = scaleOf(scaleFactor);
+  const double scale = scaleMultiplier<double>(scaleFactor < -31 ? -31 : scaleFactor > 93 ? 93 : scaleFactor);
   const auto sum = [scale](auto x, auto y, auto n)
-                       VEK_LAMBDA { return roundedResult(complexDotInDouble(partsOf(x), partsOf(y), n), scale); };
+                       VEK_LAMBDA { return roundedResult(complexDotInDouble(parts(x), parts(y), n), scale); };
   return dot(sum, pSrc1, pSrc2, len, pDp);
 }
 VekStatus veksDotProd_32s32sc_Sfs(const Vek32s* pSrc1, const Vek32sc* pSrc2, int len, Vek32sc* pDp, int scaleFactor) {
-  const double scale = scaleOf(scaleFactor);
+  const double scale = scaleMultiplier<double>(scaleFactor < -31 ? -31 : scaleFactor > 93 ? 93 : scaleFactor);
   const auto sum = [scale](auto x, auto y, auto n)
-                       VEK_LAMBDA { return roundedResult(mixedDotInDouble(x, partsOf(y), n), scale); };
+                       VEK_LAMBDA { return roundedResult(mixedDotInDouble(x, parts(y), n), scale); };
   return dot(sum, pSrc1, pSrc2, len, pDp);
 }
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+// Minima and maxima, with and without their positions.
 #include "stats/fold.h"
 #include "vek.h"
 

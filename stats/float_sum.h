@@ -34,8 +34,8 @@ VEK_INLINE float orderedBlock(const float* p, ptrdiff_t n) {
     sum = total(tree(part));
   }
   if (i + 4 <= n) {
-    __m128 four = _mm_set_ss(sum);
-    for (; i + 4 <= n; i += 4) four = _mm_add_ps(four, (__m128)loadBytes<16>(p + i));
+    __m128 four = {sum};
+    for (; i + 4 <= n; i += 4) four += (__m128)loadBytes<16>(p + i);
     sum = total(four);
   }
   for (; i < n; ++i) sum += read(p + i);
@@ -85,7 +85,7 @@ VEK_INLINE __m128d complexSum(const float* src, ptrdiff_t n) {
     for (int k = 0; k < 4; ++k) sum[k] = sum[k] + loadDouble(src + 2 * i + 4 * k);
   }
   __m128d all = tree(sum);
-  for (; i < n; ++i) all = _mm_add_pd(all, readComplex(src + 2 * i));
+  for (; i < n; ++i) all += readPair(src + 2 * i);
   return all;
 }
 

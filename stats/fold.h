@@ -57,28 +57,6 @@ VEK_INLINE Bounds<T> fold(Bounds<T> start, Op op, ptrdiff_t n, const S*... src) 
   return all;
 }
 
-template <class T>
-VEK_INLINE T firstLane(Pack<T> a) {
-  const int32_t low = _mm_cvtsi128_si32(half(a, 0));
-  T x;
-  __builtin_memcpy(&x, &low, sizeof(T));
-  return x;
-}
-
-// The one value that the lanes come down to.
-template <bool kHigh, class T>
-VEK_INLINE T outermost(Pack<T> a) {
-  const auto narrow = [](Pack<T> x, Pack<T> y) VEK_LAMBDA {
-    if constexpr (kHigh) return maxOf(x, y);
-    if constexpr (!kHigh) return minOf(x, y);
-  };
-  a = narrow(swapHalves(a), a);
-  a = narrow(bits<T>(shuffle32<0x4E>(bits<int32_t>(a))), a);
-  a = narrow(bits<T>(shuffle32<0xB1>(bits<int32_t>(a))), a);
-  if constexpr (sizeof(T) == 2) a = narrow(bits<T>(bits<int32_t>(a) >> 16), a);
-  return firstLane(a);
-}
-
 }  // namespace
 }  // namespace vek::VEK_SLOT
 

@@ -3,18 +3,11 @@
 #ifndef VEK_STATS_INTEGER_SUM_H
 #define VEK_STATS_INTEGER_SUM_H
 
+#include "core/simd/scale.h"
 #include "stats/reduce.h"
 
 namespace vek::VEK_SLOT {
 namespace {
-
-// The sum of the lanes modulo 2^32.
-VEK_INLINE uint32_t lanesAdded(Pack<int32_t> a) {
-  __m128i x = _mm_add_epi32(half(a, 0), half(a, 1));
-  x = _mm_add_epi32(x, _mm_shuffle_epi32(x, 0x4E));
-  x = _mm_add_epi32(x, _mm_shuffle_epi32(x, 0xB1));
-  return uint32_t(_mm_cvtsi128_si32(x));
-}
 
 // A sum of this many elements of 16 bits fits 32.
 constexpr ptrdiff_t kSumBlock = 65536;
@@ -63,23 +56,6 @@ VEK_INLINE int64_t exactSum(const T* src, ptrdiff_t n) {
   int64_t all = 0;
   for (ptrdiff_t i = 0; i < n; i += kSumBlock) all += blockSum(src + i, n - i < kSumBlock ? n - i : kSumBlock);
   return all;
-}
-
-// ---- results -------------------------------------------------------------------------------------------------------
-
-VEK_INLINE int32_t saturate32(int64_t x) { return x > INT32_MAX ? INT32_MAX : x < INT32_MIN ? INT32_MIN : int32_t(x); }
-
-// x / 2^shift to the nearest integer, ties to even; 1 <= shift <= 63, |x| at most 2^62.
-VEK_INLINE int64_t shiftNearest(int64_t x, int shift) {
-  const int64_t odd = int64_t(uint64_t(x) >> shift & 1);
-  return (x + ((int64_t(1) << (shift - 1)) - 1 + odd)) >> shift;
-}
-
-// x * 2^shift clamped to 32 bits, for any shift >= 0.
-VEK_INLINE int32_t shiftUpSaturated(int64_t x, int64_t shift) {
-  if (x == 0) return 0;
-  if (shift > 31 || x > INT32_MAX || x < INT32_MIN) return x > 0 ? INT32_MAX : INT32_MIN;
-  return saturate32(x * (int64_t(1) << shift));
 }
 
 }  // namespace

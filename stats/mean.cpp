@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+// Means and standard deviations.
 #include "stats/float_sum.h"
 #include "stats/integer_sum.h"
 #include "vek.h"
@@ -11,11 +12,11 @@ namespace {
 // Two partial sums by the parity of the index; groups of four first, then the rest one by one.
 template <class T>
 VEK_INLINE double orderedMeanSum(const T* src, ptrdiff_t n) {
-  __m128d sum = _mm_setzero_pd();
+  __m128d sum = {};
   ptrdiff_t i = 0;
   for (; i + 4 <= n; i += 4) {
-    sum = _mm_add_pd(sum, readComplex(src + i));
-    sum = _mm_add_pd(sum, readComplex(src + i + 2));
+    sum += readPair(src + i);
+    sum += readPair(src + i + 2);
   }
   double all = sum[1] + sum[0];
   for (; i < n; ++i) all += double(read(src + i));
@@ -38,7 +39,7 @@ VEK_INLINE VekStatus mean(const Vek32f* src, int len, Vek32f* result, VekHintAlg
 
 VEK_INLINE VekStatus mean(const Vek32fc* src, int len, Vek32fc* result) {
   if (const VekStatus s = checkVectors(len, src, result)) return s;
-  const __m128d all = complexSum(partsOf(src), len);
+  const __m128d all = complexSum(parts(src), len);
   *result = {float(all[0] / len), float(all[1] / len)};
   return vekStsNoErr;
 }

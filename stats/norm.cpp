@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+// Norms of vectors and of differences of vectors.
 #include "stats/fold.h"
 #include "vek.h"
 
@@ -12,7 +13,7 @@ template <class Op, class... S>
 VEK_INLINE float largest(Op op, ptrdiff_t n, const S*... src) {
   const Pack<float> zero = zeros<float>();
   if (n >= Pack<float>::lanes) return outermost<true>(fold<Want::kHigh, float>({zero, zero}, op, n, src...).high);
-  return outermost<true>(maxOf(op(loadPart(src, n)...), zero));
+  return outermost<true>(maxOf(op(loadShort(src, n * ptrdiff_t(sizeof(float)))...), zero));
 }
 
 VEK_INLINE float largestMagnitude(const float* src, ptrdiff_t n) {
@@ -25,15 +26,8 @@ VEK_INLINE float largestDifference(const float* src1, const float* src2, ptrdiff
   return largest([](auto x, auto y) VEK_LAMBDA { return magnitude(x - y); }, n, src1, src2);
 }
 
-// Squared magnitudes in every pair of lanes, each operation rounded.
-template <class T>
-VEK_INLINE Pack<T> pairPower(Pack<T> x) {
-  const Pack<T> squares = x * x;
-  return squares + swapPairs(squares);
-}
-
 VEK_INLINE float largestComplexDifference(const float* src1, const float* src2, ptrdiff_t n) {
-  const auto power = [](auto x, auto y) VEK_LAMBDA { return pairPower(x - y); };
+  const auto power = [](auto x, auto y) VEK_LAMBDA { return squaredMagnitude(x - y); };
   return __builtin_sqrtf(largest(power, 2 * n, src1, src2));
 }
 
@@ -42,7 +36,8 @@ VEK_INLINE float largestPowerInDouble(float least, const float* src, ptrdiff_t p
   Pack<double> high[4];
 #pragma GCC unroll 4
   for (int k = 0; k < 4; ++k) high[k] = broadcast(double(least));
-  const auto include = [&](int k, const float* p) VEK_LAMBDA { high[k] = maxOf(pairPower(loadDouble(p)), high[k]); };
+  const auto include = [&](int k, const float* p)
+                           VEK_LAMBDA { high[k] = maxOf(squaredMagnitude(loadDouble(p)), high[k]); };
   ptrdiff_t i = 0;
   for (; i + 2 <= packs; i += 2) {
 #pragma GCC unroll 4
@@ -71,7 +66,7 @@ VEK_INLINE float largestPowerRoughly(const float* src, ptrdiff_t packs) {
 #pragma GCC unroll 4
     for (int k = 0; k < 4; ++k) high[k] = maxOf(roughPower(src + 8 * i + 16 * k), high[k]);
   }
-  for (; i < packs; ++i) high[0] = maxOf(pairPower(load(src + 8 * i)), high[0]);
+  for (; i < packs; ++i) high[0] = maxOf(squaredMagnitude(load(src + 8 * i)), high[0]);
   return outermost<true>(maxOf(maxOf(high[0], high[1]), maxOf(high[2], high[3])));
 }
 
@@ -105,7 +100,7 @@ VEK_INLINE float largestPower(const float* src, ptrdiff_t packs) {
 VEK_INLINE float largestComplexMagnitude(const float* src, ptrdiff_t n) {
   float high = kRegroups ? largestPower(src, n / 4) : largestPowerInDouble(0, src, n / 4);
   for (ptrdiff_t i = n / 4 * 8; i < 2 * n; i += 2) {
-    const float re = read(src + i), im = read(src + i + 1), power = re * re + im * im;
+    const float re = read(src + i), im = read(src + i + 1), power = squaredMagnitude(re, im);
     if (power > high) high = power;
   }
   return __builtin_sqrtf(high);
@@ -116,16 +111,16 @@ VEK_INLINE float largestComplexMagnitude(const float* src, ptrdiff_t n) {
 // Four complex elements, in double precision.
 VEK_INLINE Group<double, 2> complexOf(const float* p) { return {{loadDouble(p), loadDouble(p + 4)}}; }
 VEK_INLINE Group<double, 2> complexOf(const float* p, const float* q) { return toDouble(load(p) - load(q)); }
-VEK_INLINE __m128d oneComplex(const float* p) { return readComplex(p); }
+VEK_INLINE __m128d oneComplex(const float* p) { return readPair(p); }
 VEK_INLINE __m128d oneComplex(const float* p, const float* q) {
-  return _mm_cvtps_pd(_mm_sub_ps((__m128)loadBytes<8>(p), (__m128)loadBytes<8>(q)));
+  return pairToDouble((__m128)loadBytes<8>(p) - (__m128)loadBytes<8>(q));
 }
 
 VEK_INLINE Pack<double> magnitudes(Group<double, 2> x) {
   const Two<double> z = splitPairs(x.p[0], x.p[1]);
-  return squareRoot(z.a * z.a + z.b * z.b);
+  return squareRoot(squaredMagnitude(z.a, z.b));
 }
-VEK_INLINE double magnitudeOf(__m128d x) { return __builtin_sqrt(x[0] * x[0] + x[1] * x[1]); }
+VEK_INLINE double magnitudeOf(__m128d x) { return __builtin_sqrt(squaredMagnitude(x[0], x[1])); }
 
 VEK_INLINE Pack<double> throughSingle(Pack<double> x) { return floatsToDouble(doubleToFloats(x)); }
 VEK_INLINE double throughSingle(double x) { return double(float(x)); }
@@ -233,14 +228,14 @@ VekStatus veksNorm_Inf_32f(const Vek32f* pSrc, int len, Vek32f* pNorm) {
   return norm([](auto x, auto n) VEK_LAMBDA { return largestMagnitude(x, n); }, pSrc, len, pNorm);
 }
 VekStatus veksNorm_Inf_32fc32f(const Vek32fc* pSrc, int len, Vek32f* pNorm) {
-  return norm([](auto x, auto n) VEK_LAMBDA { return largestComplexMagnitude(partsOf(x), n); }, pSrc, len, pNorm);
+  return norm([](auto x, auto n) VEK_LAMBDA { return largestComplexMagnitude(parts(x), n); }, pSrc, len, pNorm);
 }
 VekStatus veksNorm_L1_32f(const Vek32f* pSrc, int len, Vek32f* pNorm) {
   const auto sum = [](auto x, auto n) VEK_LAMBDA { return doubleSum<4, Rest::kOneByOne>(Magnitude(), n, x); };
   return norm(sum, pSrc, len, pNorm);
 }
 VekStatus veksNorm_L1_32fc64f(const Vek32fc* pSrc, int len, Vek64f* pNorm) {
-  return norm([](auto x, auto n) VEK_LAMBDA { return magnitudeSum(ThroughSingle(), n, partsOf(x)); }, pSrc, len, pNorm);
+  return norm([](auto x, auto n) VEK_LAMBDA { return magnitudeSum(ThroughSingle(), n, parts(x)); }, pSrc, len, pNorm);
 }
 VekStatus veksNorm_L2_32f(const Vek32f* pSrc, int len, Vek32f* pNorm) {
   const auto root = [](auto x, auto n) VEK_LAMBDA { return __builtin_sqrt(regroupedSum<2>(Square(), n, x)); };
@@ -248,7 +243,7 @@ VekStatus veksNorm_L2_32f(const Vek32f* pSrc, int len, Vek32f* pNorm) {
 }
 VekStatus veksNorm_L2_32fc64f(const Vek32fc* pSrc, int len, Vek64f* pNorm) {
   const auto root = [](auto x, auto n)
-                        VEK_LAMBDA { return __builtin_sqrt(regroupedSum<4>(Square(), 2 * n, partsOf(x))); };
+                        VEK_LAMBDA { return __builtin_sqrt(regroupedSum<4>(Square(), 2 * n, parts(x))); };
   return norm(root, pSrc, len, pNorm);
 }
 
@@ -257,8 +252,7 @@ VekStatus veksNormDiff_Inf_32f(const Vek32f* pSrc1, const Vek32f* pSrc2, int len
   return normDiff(high, pSrc1, pSrc2, len, pNorm);
 }
 VekStatus veksNormDiff_Inf_32fc32f(const Vek32fc* pSrc1, const Vek32fc* pSrc2, int len, Vek32f* pNorm) {
-  const auto high = [](auto x, auto y, auto n)
-                        VEK_LAMBDA { return largestComplexDifference(partsOf(x), partsOf(y), n); };
+  const auto high = [](auto x, auto y, auto n) VEK_LAMBDA { return largestComplexDifference(parts(x), parts(y), n); };
   return normDiff(high, pSrc1, pSrc2, len, pNorm);
 }
 VekStatus veksNormDiff_L1_32f(const Vek32f* pSrc1, const Vek32f* pSrc2, int len, Vek32f* pNorm) {
@@ -266,7 +260,7 @@ VekStatus veksNormDiff_L1_32f(const Vek32f* pSrc1, const Vek32f* pSrc2, int len,
   return normDiff(sum, pSrc1, pSrc2, len, pNorm);
 }
 VekStatus veksNormDiff_L1_32fc64f(const Vek32fc* pSrc1, const Vek32fc* pSrc2, int len, Vek64f* pNorm) {
-  const auto sum = [](auto x, auto y, auto n) VEK_LAMBDA { return magnitudeSum(Exactly(), n, partsOf(x), partsOf(y)); };
+  const auto sum = [](auto x, auto y, auto n) VEK_LAMBDA { return magnitudeSum(Exactly(), n, parts(x), parts(y)); };
   return normDiff(sum, pSrc1, pSrc2, len, pNorm);
 }
 VekStatus veksNormDiff_L2_32f(const Vek32f* pSrc1, const Vek32f* pSrc2, int len, Vek32f* pNorm) {
@@ -276,7 +270,7 @@ VekStatus veksNormDiff_L2_32f(const Vek32f* pSrc1, const Vek32f* pSrc2, int len,
 }
 VekStatus veksNormDiff_L2_32fc64f(const Vek32fc* pSrc1, const Vek32fc* pSrc2, int len, Vek64f* pNorm) {
   const auto root = [](auto x, auto y, auto n)
-                        VEK_LAMBDA { return __builtin_sqrt(differencePower(partsOf(x), partsOf(y), 2 * n)); };
+                        VEK_LAMBDA { return __builtin_sqrt(differencePower(parts(x), parts(y), 2 * n)); };
   return normDiff(root, pSrc1, pSrc2, len, pNorm);
 }
 

@@ -4,7 +4,10 @@
 #define VEK_STATS_REDUCE_H
 
 #include "core/simd/checks.h"
+#include "core/simd/complex.h"
 #include "core/simd/convert.h"
+#include "core/simd/short.h"
+#include "core/simd/totals.h"
 #include "vek/types.h"
 
 namespace vek::VEK_SLOT {
@@ -24,21 +27,6 @@ VEK_INLINE T read(const T* p) {
   T x;
   __builtin_memcpy(&x, p, sizeof(T));
   return x;
-}
-
-// A load that stays one. Of a plain load with two users the compiler makes an operand in memory for each, and loads
-// are what limits the loops that use this.
-template <class T>
-VEK_INLINE Pack<T> loadOnce(const T* p) {
-  return each<Pack<T>>([&](int i) VEK_LAMBDA {
-    using Reg = typename Pack<T>::Reg;
-    const T* at = p + i * Pack<T>::regLanes;
-    if constexpr (sizeof(Reg) == 32) {
-      return regCast<Reg>(*reinterpret_cast<const volatile __m256i_u*>(at));
-    } else {
-      return regCast<Reg>(*reinterpret_cast<const volatile __m128i_u*>(at));
-    }
-  });
 }
 
 // ---- the same terms on packs and on single elements -----------------------------------------------------------------
@@ -77,46 +65,6 @@ struct DiffSquare {
   }
 };
 
-// ---- totals --------------------------------------------------------------------------------------------------------
-
-VEK_INLINE __m128d halvesAdded(Pack<double> a) { return _mm_add_pd((__m128d)half(a, 0), (__m128d)half(a, 1)); }
-VEK_INLINE __m128 halvesAdded(Pack<float> a) { return _mm_add_ps((__m128)half(a, 0), (__m128)half(a, 1)); }
-
-// Neighbours first, then neighbours of those: ((A0+A1)+(A2+A3)) + ((A4+A5)+(A6+A7)) in registers of 16 bytes, which
-// are the halves of the packs. Recursive, as the compiler keeps the packs in registers only if no index is a variable.
-template <int K, class T>
-VEK_INLINE auto tree(const Pack<T>* p) {
-  if constexpr (K == 1) {
-    return halvesAdded(*p);
-  } else {
-    return tree<K / 2>(p) + tree<K / 2>(p + K / 2);
-  }
-}
-template <int K, class T>
-VEK_INLINE auto tree(const Pack<T> (&p)[K]) {
-  return tree<K, T>(&p[0]);
-}
-
-VEK_INLINE double total(__m128d a) { return a[0] + a[1]; }
-VEK_INLINE float total(__m128 a) {
-  const __m128 two = _mm_add_ps(a, _mm_movehl_ps(a, a));
-  return two[0] + two[1];
-}
-
-// Regrouped: whole packs are added first.
-template <int K, class T>
-VEK_INLINE Pack<T> packTree(const Pack<T>* p) {
-  if constexpr (K == 1) {
-    return *p;
-  } else {
-    return packTree<K / 2>(p) + packTree<K / 2>(p + K / 2);
-  }
-}
-template <int K, class T>
-VEK_INLINE Pack<T> packTree(const Pack<T> (&p)[K]) {
-  return packTree<K, T>(&p[0]);
-}
-
 // ---- sums in double precision --------------------------------------------------------------------------------------
 
 enum class Rest { kOneByOne, kPacks };
@@ -150,15 +98,6 @@ VEK_INLINE double regroupedSum(Op op, ptrdiff_t n, const S*... src) {
     return doubleSum<K, Rest::kOneByOne>(op, n, src...);
   }
 }
-
-// ---- complex -------------------------------------------------------------------------------------------------------
-
-VEK_INLINE const float* partsOf(const Vek32fc* p) { return reinterpret_cast<const float*>(p); }
-VEK_INLINE const int32_t* partsOf(const Vek32sc* p) { return reinterpret_cast<const int32_t*>(p); }
-
-// One complex element in double precision.
-VEK_INLINE __m128d readComplex(const float* p) { return _mm_cvtps_pd((__m128)loadBytes<8>(p)); }
-VEK_INLINE __m128d readComplex(const int32_t* p) { return _mm_cvtepi32_pd(loadBytes<8>(p)); }
 
 }  // namespace
 }  // namespace vek::VEK_SLOT

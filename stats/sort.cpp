@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+// Sorts by value.
 #include "core/simd/checks.h"
 #include "stats/sort_keys.h"
 #include "stats/sort_values.h"

@@ -5,7 +5,7 @@
 #define VEK_STATS_SORT_KEYS_H
 
 #include "core/simd/driver.h"
-#include "core/simd/shuffle.h"
+#include "core/simd/order.h"
 
 namespace vek::VEK_SLOT {
 namespace {
@@ -15,9 +15,6 @@ VEK_INLINE void complement(T* v, ptrdiff_t n) {
   mapPacks([](auto x) VEK_LAMBDA { return ~x; }, v, n, v);
 }
 
-// A float's bits to an integer of the same order (-0 below +0), and back: negative ones have their other bits inverted.
-VEK_INLINE Pack<int32_t> floatOrder(Pack<int32_t> x) { return x ^ bits<int32_t>(bits<uint32_t>(x >> 31) >> 1); }
-
 // Maps in place; with `flip` -1, to the complement. True if there was a NaN.
 VEK_INLINE bool floatsToKeys(int32_t* v, ptrdiff_t n, int32_t flip) {
   Mask<float> nans = asMask<float>(zeros<float>());
@@ -26,9 +23,7 @@ VEK_INLINE bool floatsToKeys(int32_t* v, ptrdiff_t n, int32_t flip) {
     nans = nans | (f != f);
     return floatOrder(x) ^ broadcast(flip);
   };
-  ptrdiff_t i = 0;
-  for (; i + 8 <= n; i += 8) store(v + i, key(load(v + i)));
-  if (i < n) storePart(v + i, key(loadPart(v + i, n - i)), n - i);
+  mapPacks(key, v, n, v);
   return any(nans);
 }
 VEK_INLINE void keysToFloats(int32_t* v, ptrdiff_t n, int32_t flip) {

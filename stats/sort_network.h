@@ -6,16 +6,10 @@
 #define VEK_STATS_SORT_NETWORK_H
 
 #include "core/simd/convert.h"
+#include "core/simd/order.h"
 
 namespace vek::VEK_SLOT {
 namespace {
-
-template <class E>
-VEK_INLINE void order(Pack<E>& a, Pack<E>& b) {
-  const Pack<E> low = minOf(a, b);
-  b = maxOf(a, b);
-  a = low;
-}
 
 // ---- lanes of one pack ----------------------------------------------------------------------------------------------
 
@@ -41,71 +35,7 @@ VEK_INLINE Pack<E> reverseGroups(Pack<E> a) {
   }
 }
 
-// Lanes with bit D of their number clear from a, the others from b.
-template <int D, class E>
-VEK_INLINE Pack<E> blendLanes(Pack<E> a, Pack<E> b) {
-  using Reg = typename Pack<E>::Reg;
-  constexpr int words = D * int(sizeof(E)) / 4;
-  if constexpr (Pack<E>::regs == 1) {
-    constexpr int choice = words == 4 ? 0xF0 : words == 2 ? 0xCC : 0xAA;
-    return {{regCast<Reg>(_mm256_blend_ps((__m256)a.r[0], (__m256)b.r[0], choice))}};
-  } else if constexpr (words == 4) {
-    return {{a.r[0], b.r[1]}};
-  } else {
-    return each<Pack<E>>([&](int i) VEK_LAMBDA {
-      if constexpr (words == 2) {
-        return regCast<Reg>(_mm_shuffle_pd((__m128d)a.r[i], (__m128d)b.r[i], 2));
-      } else if constexpr (kSse41) {
-        return regCast<Reg>(_mm_blend_epi16((__m128i)a.r[i], (__m128i)b.r[i], 0xCC));
-      } else {
-        const __m128i even = _mm_setr_epi32(-1, 0, -1, 0);
-        return regCast<Reg>(
-            _mm_or_si128(_mm_and_si128(even, (__m128i)a.r[i]), _mm_andnot_si128(even, (__m128i)b.r[i])));
-      }
-    });
-  }
-}
-
 // ---- columns --------------------------------------------------------------------------------------------------------
-
-struct Comparator {
-  uint8_t a, b;
-};
-template <int R>
-struct ColumnNetwork;
-template <>
-struct ColumnNetwork<1> {
-  static constexpr int size = 0;
-  static constexpr Comparator steps[1] = {};
-};
-template <>
-struct ColumnNetwork<2> {
-  static constexpr int size = 1;
-  static constexpr Comparator steps[1] = {{0, 1}};
-};
-template <>
-struct ColumnNetwork<4> {
-  static constexpr int size = 5;
-  static constexpr Comparator steps[5] = {{0, 1}, {2, 3}, {0, 2}, {1, 3}, {1, 2}};
-};
-template <>
-struct ColumnNetwork<8> {
-  static constexpr int size = 19;
-  static constexpr Comparator steps[19] = {{0, 2}, {1, 3}, {4, 6}, {5, 7}, {0, 4}, {1, 5}, {2, 6},
-                                           {3, 7}, {0, 1}, {2, 3}, {4, 5}, {6, 7}, {2, 4}, {3, 5},
-                                           {1, 4}, {3, 6}, {1, 2}, {3, 4}, {5, 6}};
-};
-template <>
-struct ColumnNetwork<16> {
-  static constexpr int size = 60;
-  static constexpr Comparator steps[60] = {
-      {0, 13},  {1, 12},  {2, 15},  {3, 14},  {4, 8},   {5, 6},   {7, 11}, {9, 10},  {0, 5},   {1, 7},
-      {2, 9},   {3, 4},   {6, 13},  {8, 14},  {10, 15}, {11, 12}, {0, 1},  {2, 3},   {4, 5},   {6, 8},
-      {7, 9},   {10, 11}, {12, 13}, {14, 15}, {0, 2},   {1, 3},   {4, 10}, {5, 11},  {6, 7},   {8, 9},
-      {12, 14}, {13, 15}, {1, 2},   {3, 12},  {4, 6},   {5, 7},   {8, 10}, {9, 11},  {13, 14}, {1, 4},
-      {2, 6},   {5, 8},   {7, 10},  {9, 13},  {11, 14}, {2, 4},   {3, 6},  {9, 12},  {11, 13}, {3, 5},
-      {6, 8},   {7, 9},   {10, 12}, {3, 4},   {5, 6},   {7, 8},   {9, 10}, {11, 12}, {6, 7},   {8, 9}};
-};
 
 template <int D, class E>
 VEK_INLINE Pack<E> orderLanes(Pack<E> a) {
@@ -137,7 +67,7 @@ VEK_INLINE void mergeColumns(Pack<E> (&v)[R]) {
   for (int d = R / 2; d > 0; d /= 2) {
 #pragma GCC unroll 16
     for (int i = 0; i < R; ++i)
-      if ((i & d) == 0) order(v[i], v[i + d]);
+      if ((i & d) == 0) sortTwo(v[i], v[i + d]);
   }
 }
 
@@ -157,8 +87,8 @@ VEK_INLINE void storeColumns(E* p, const Pack<E> (&v)[R]) {
   constexpr int lanes = 16 / int(sizeof(E));
   // Rows of column c and of the one at the same place of the upper 16 bytes.
   const auto put = [p](int c, int row, Pack<E> x) VEK_LAMBDA {
-    _mm_storeu_si128((__m128i_u*)(p + c * R + row), half(x, 0));
-    _mm_storeu_si128((__m128i_u*)(p + (c + lanes) * R + row), half(x, 1));
+    storeBytes<16>(p + c * R + row, half(x, 0));
+    storeBytes<16>(p + (c + lanes) * R + row, half(x, 1));
   };
   if constexpr (sizeof(E) == 8) {
 #pragma GCC unroll 8
@@ -189,9 +119,7 @@ VEK_NOINLINE void sortPacks(E* p) {
   Pack<E> v[R];
 #pragma GCC unroll 16
   for (int i = 0; i < R; ++i) v[i] = load(p + i * lanes);
-  using Net = ColumnNetwork<R>;
-#pragma GCC unroll 64
-  for (int i = 0; i < Net::size; ++i) order(v[Net::steps[i].a], v[Net::steps[i].b]);
+  sortAcross(v);
   mergeColumns<2>(v);
   mergeColumns<4>(v);
   if constexpr (lanes == 8) mergeColumns<8>(v);

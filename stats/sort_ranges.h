@@ -30,17 +30,6 @@ VEK_INLINE Pack<int32_t> loadKeys(const T* p) {
   return loadWiden<int32_t>(p);
 }
 
-VEK_INLINE Pack<int32_t> medianOf3(Pack<int32_t> a, Pack<int32_t> b, Pack<int32_t> c) {
-  order(a, b);
-  return maxOf(a, minOf(b, c));
-}
-VEK_INLINE Pack<int32_t> medianOf5(Pack<int32_t> a, Pack<int32_t> b, Pack<int32_t> c, Pack<int32_t> d,
-                                   Pack<int32_t> e) {
-  order(a, b);
-  order(d, e);
-  return medianOf3(maxOf(a, d), minOf(b, e), c);
-}
-
 // Lane by lane the median of five packs, one from somewhere in each fifth of v. The places depend on the size alone.
 template <class T>
 VEK_INLINE Pack<int32_t> samplePack(const T* v, ptrdiff_t n, uint64_t& seed) {

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+// Sums.
 #include "stats/float_sum.h"
 #include "stats/integer_sum.h"
 #include "vek.h"
@@ -14,7 +15,7 @@ VEK_INLINE VekStatus sum(const Vek32f* src, int len, Vek32f* result, VekHintAlgo
 
 VEK_INLINE VekStatus sum(const Vek32fc* src, int len, Vek32fc* result) {
   if (const VekStatus s = checkVectors(len, src, result)) return s;
-  const __m128d all = complexSum(partsOf(src), len);
+  const __m128d all = complexSum(parts(src), len);
   *result = {float(all[0]), float(all[1])};
   return vekStsNoErr;
 }

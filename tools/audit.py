@@ -14,6 +14,7 @@
   symbols    slot code defines no weak symbol, no load-time initialiser, no name outside its slot's namespace
   constants  no table of a kilobyte is there twice: what slots share has one home
   levels     no instruction above the level that the slot's processors promise, none of the x87
+  intrinsics kernels are written on the operations of core/simd; only the files listed here call the compiler's own
 
 Before each check judges the build it is shown a fault of its kind and has to find it.
 """
@@ -39,6 +40,14 @@ BMI = "andnl? andnq bextr\\w* bls\\w+ bzhi\\w* mulx\\w* pdep\\w* pext[lq]? rorx\
 MOVBE = "movbe\\w*"
 AVX2_ONLY = """v(insert|extract)i128 vperm2i128 vperm([dq]|ps|pd) vpbroadcast\\w vpblendd vps[rl][la]v\\w vpmaskmov\\w
     vp?gather\\w+ vbroadcasti128"""
+
+
+# Kernel files that may call intrinsics, and why their work is no pack operation.
+INTRINSICS = {
+    "stats/sort_partition.h": "a step is as wide as the level's byte shuffle, and its tables go by that width",
+    "transform/fft_vector.h": "transforms work on single registers with a lane order of their own",
+    "vector/convert_half_f16c.cpp": "instructions of a feature that no slot promises",
+}
 
 
 def words(text):
@@ -258,6 +267,21 @@ def check_hardening(library):
     return found + writable_code_addresses(segments, relocations), "ELF flags, relocations"
 
 
+def intrinsic_faults(name, text):
+    count = len(re.findall(r"\b_mm\d*_\w+", text))
+    return [f"{name}: {count} intrinsics in a kernel file"] if count and name not in INTRINSICS else []
+
+
+def check_intrinsics():
+    assert intrinsic_faults("vector/add.cpp", "x = _mm_add_ps(a, b);") and not intrinsic_faults("vector/add.cpp", "a + b")
+    root = pathlib.Path(__file__).resolve().parent.parent
+    sources = {str(p.relative_to(root)): p.read_text() for family in ("vector", "stats", "gen", "filter", "transform", "idx")
+               for p in sorted((root / family).iterdir()) if p.suffix in (".h", ".cpp")}
+    faults = [f for name, text in sources.items() for f in intrinsic_faults(name, text)]
+    faults += [f"{name} is listed and calls none" for name in INTRINSICS if not re.search(r"\b_mm\d*_", sources.get(name, ""))]
+    return faults, f"{len(sources)} kernel sources"
+
+
 def main():
     ap = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     ap.add_argument("--library", required=True)
@@ -276,6 +300,7 @@ def main():
         "symbols": check_symbols(objects),
         "constants": check_constants(args.library),
         "levels": check_levels(objects),
+        "intrinsics": check_intrinsics(),
     }.items():
         print(f"{name}: {what}, {len(faults)} faults")
         for fault in faults[:20]:

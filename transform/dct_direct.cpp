@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Cosine transforms by their sums: lengths up to 16 from constant matrices, other short ones from a table.
-#include "core/simd/shuffle.h"
+#include "core/simd/interleave.h"
 #include "transform/dct.h"
 #include "transform/fft_tables.h"
 
@@ -81,10 +81,10 @@ void inverse4(const float* x, float* y) {
   y[0] = e0 + o0, y[3] = e0 - o0, y[1] = e1 + o1, y[2] = e1 - o1;
 }
 
-// ---- any length below the direct limit
-// -------------------------------------------------------------------------------- A coefficient is a sum over evenly
-// spaced angles, f[i] cos(phi + (i - c) delta) around the middle term c. Pairs of terms at equal distance j from it
-// share cos and sin of j delta, which turn from step to step:
+// ---- any length below the direct limit ------------------------------------------------------------------------------
+
+// A coefficient is a sum over evenly spaced angles, f[i] cos(phi + (i - c) delta) around the middle term c. Pairs of
+// terms at equal distance j from it share cos and sin of j delta, which turn from step to step:
 //   cos(phi) * sum of (f[c+j] + f[c-j]) cos(j delta)  -  sin(phi) * sum of (f[c+j] - f[c-j]) sin(j delta).
 // With theta = pi / 2N, the forward transform sums over samples n (folded by parity of k) with delta = 2 k theta; the
 // inverse over coefficients k of one parity, with delta = 2 (2n + 1) theta.

@@ -30,8 +30,8 @@ struct TurnTable {
   VEK_INLINE Turns block(int64_t k) const {
     if (!twoLevel) return {loadBlock(at + 4 * k), loadBlock(at + 4 * k + 2 * L)};
     const float *fine = at + 4 * (k % kFine), *coarse = at + 4 * kFine + 4 * (k / kFine);
-    return {times(loadBlock(fine), {splat(coarse[0]), splat(coarse[1])}),
-            times(loadBlock(fine + 2 * L), {splat(coarse[2]), splat(coarse[3])})};
+    return {times(loadBlock(fine), {broadcastReg(coarse[0]), broadcastReg(coarse[1])}),
+            times(loadBlock(fine + 2 * L), {broadcastReg(coarse[2]), broadcastReg(coarse[3])})};
   }
 };
 // The same for one k.
@@ -145,7 +145,7 @@ VEK_NOINLINE void coefficients(const float* z, float* y, int64_t n, TurnTable ta
     y[at.of(n - k, true)] = x.above;
   };
   const int64_t pairs = (n + 1) / 2;  // k below this has a partner of its own
-  const Reg<float> h = splat(kRootHalf);
+  const Reg<float> h = broadcastReg(kRootHalf);
   {
     const Complex<float> p = loadInterleaved(z), q = mirror(loadInterleaved(z + 2 * (n - L)));
     const Turns t = table.block(0);
@@ -197,7 +197,7 @@ VEK_NOINLINE void spectrum(const float* y, float* z, int64_t n, TurnTable table,
     z[2 * k] = p.ar, z[2 * k + 1] = p.ai, z[2 * (n - k)] = p.br, z[2 * (n - k) + 1] = p.bi;
   };
   const int64_t pairs = (n + 1) / 2;
-  const Reg<float> h = splat(kRootHalf);
+  const Reg<float> h = broadcastReg(kRootHalf);
   {
     Four<Reg<float>> x;
     if constexpr (W == kOwnOrder) {
@@ -302,7 +302,7 @@ void longPow2(const float* x, float* y, const DctSpec* spec, TurnTable table, bo
 // out[j] = in[j] * chirp[j] for count complex numbers, either side conjugated if asked for.
 void mulChirp(const float* in, const Vek32fc* chirp, float* out, int64_t count, bool conjugateIn, bool conjugateOut) {
   const float signIn = conjugateIn ? -1.0f : 1.0f, signOut = conjugateOut ? -1.0f : 1.0f;
-  const Reg<float> flipIn = splat(signIn), flipOut = splat(signOut);
+  const Reg<float> flipIn = broadcastReg(signIn), flipOut = broadcastReg(signOut);
   int64_t j = 0;
   for (; j + L <= count; j += L) {
     const Complex<float> a = loadInterleaved(in + 2 * j);

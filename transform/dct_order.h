@@ -3,7 +3,7 @@
 #ifndef VEK_TRANSFORM_DCT_ORDER_H
 #define VEK_TRANSFORM_DCT_ORDER_H
 
-#include "core/simd/shuffle.h"
+#include "core/simd/interleave.h"
 
 namespace vek::VEK_SLOT {
 namespace {

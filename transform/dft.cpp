@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+// Specs and calls of the Fourier engine of every length.
 #include "transform/dft.h"
 
 #include "transform/dft_direct.h"
@@ -378,7 +379,7 @@ void byColumns(const T* src, T* dst, const DftSpec* spec, const DftBatch& b, T s
     from = to, to = t;
   }
   const Planes<T> y = planes(from);
-  const Reg<T> factor = splat(scale);
+  const Reg<T> factor = broadcastReg(scale);
   if (b.dstDistance == 1) {
     T* row = dst;
     for (int64_t e = 0; e < n; ++e, row += 2 * b.dstStride) {
@@ -399,7 +400,7 @@ void byColumns(const T* src, T* dst, const DftSpec* spec, const DftBatch& b, T s
 template <bool Before, bool After, class T>
 VEK_NOINLINE void multiply(const T* src, const T* w, T* dst, int64_t n, T scale) {
   constexpr int L = kLanes<T>;
-  const Reg<T> factor = splat(scale);
+  const Reg<T> factor = broadcastReg(scale);
   int64_t j = 0;
   for (; j + L <= n; j += L) {
     const Complex<T> x = loadInterleaved(src + 2 * j);

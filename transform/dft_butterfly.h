@@ -53,14 +53,14 @@ VEK_INLINE Complex<T> turned(Complex<T> a) {
     if constexpr (4 * K / N % 4 == 2) return {-a.re, -a.im};
     return {-a.im, a.re};
   } else if constexpr (8 * K % N == 0) {
-    const Reg<T> h = splat(kSqrtHalf<T>);
+    const Reg<T> h = broadcastReg(kSqrtHalf<T>);
     if constexpr (8 * K / N % 8 == 1) return {(a.re + a.im) * h, (a.im - a.re) * h};
     if constexpr (8 * K / N % 8 == 3) return {(a.im - a.re) * h, -(a.re + a.im) * h};
     if constexpr (8 * K / N % 8 == 5) return {-(a.re + a.im) * h, (a.re - a.im) * h};
     return {(a.re - a.im) * h, (a.re + a.im) * h};
   } else {
     constexpr Root w = kRootTable<N>.at[K % N];
-    return times(a, Complex<T>{splat(T(w.re)), splat(T(w.im))});
+    return times(a, Complex<T>{broadcastReg(T(w.re)), broadcastReg(T(w.im))});
   }
 }
 
@@ -89,13 +89,13 @@ VEK_INLINE void oddButterfly(Complex<T> (&x)[R]) {
     Complex<T> a = first, u, b;
 #pragma GCC unroll 8
     for (int j = 0; j < h; ++j) {
-      const Reg<T> c = splat(T(kRootTable<R>.at[(j + 1) * k % R].re));
+      const Reg<T> c = broadcastReg(T(kRootTable<R>.at[(j + 1) * k % R].re));
       a = {mulAdd<T>(c, s[j].re, a.re), mulAdd<T>(c, s[j].im, a.im)};
     }
     u = a;
 #pragma GCC unroll 8
     for (int j = 0; j < h; ++j) {
-      const Reg<T> n = splat(T(-kRootTable<R>.at[(j + 1) * k % R].im));
+      const Reg<T> n = broadcastReg(T(-kRootTable<R>.at[(j + 1) * k % R].im));
       if constexpr (kFma) {
         u = {mulAdd<T>(n, d[j].im, u.re), negMulAdd<T>(n, d[j].re, u.im)};
         if constexpr (h == 1) x[R - k] = {negMulAdd<T>(n, d[j].im, a.re), mulAdd<T>(n, d[j].re, a.im)};
@@ -107,7 +107,7 @@ VEK_INLINE void oddButterfly(Complex<T> (&x)[R]) {
       x[k] = {a.re + b.im, a.im - b.re};
       x[R - k] = {a.re - b.im, a.im + b.re};
     } else {
-      const Reg<T> two = splat(T(2));
+      const Reg<T> two = broadcastReg(T(2));
       x[k] = u;
       if constexpr (h > 1) x[R - k] = {mulAdd<T>(two, a.re, -u.re), mulAdd<T>(two, a.im, -u.im)};
     }

@@ -44,12 +44,12 @@ VEK_INLINE void sumVectors(const SumTerms<T>& x, int64_t n, const T* table, int6
   constexpr int L = kLanes<T>;
   Complex<T> a[V], b[V];
 #pragma GCC unroll 2
-  for (int v = 0; v < V; ++v) a[v] = {splat(x.sum[0]), splat(x.sum[1])}, b[v] = Complex<T>{};
+  for (int v = 0; v < V; ++v) a[v] = {broadcastReg(x.sum[0]), broadcastReg(x.sum[1])}, b[v] = Complex<T>{};
   const int64_t pairs = (n - 1) / 2;
   for (int64_t j = 1; j <= pairs; ++j) {
     const T* row = table + 2 * columns * j;
-    const Reg<T> sr = splat(x.sum[2 * j]), si = splat(x.sum[2 * j + 1]);
-    const Reg<T> dr = splat(x.difference[2 * j]), di = splat(x.difference[2 * j + 1]);
+    const Reg<T> sr = broadcastReg(x.sum[2 * j]), si = broadcastReg(x.sum[2 * j + 1]);
+    const Reg<T> dr = broadcastReg(x.difference[2 * j]), di = broadcastReg(x.difference[2 * j + 1]);
 #pragma GCC unroll 2
     for (int v = 0; v < V; ++v) {
       const Reg<T> c = loadV(row + v * L), s = loadV(row + columns + v * L);
@@ -57,12 +57,12 @@ VEK_INLINE void sumVectors(const SumTerms<T>& x, int64_t n, const T* table, int6
       b[v] = {mulAdd<T>(s, dr, b[v].re), mulAdd<T>(s, di, b[v].im)};
     }
   }
-  const Reg<T> factor = splat(scale);
+  const Reg<T> factor = broadcastReg(scale);
 #pragma GCC unroll 2
   for (int v = 0; v < V; ++v) {
     if (n % 2 == 0) {
       const Reg<T> c = loadV(table + n * columns + v * L);
-      a[v] = {mulAdd<T>(c, splat(x.sum[n]), a[v].re), mulAdd<T>(c, splat(x.sum[n + 1]), a[v].im)};
+      a[v] = {mulAdd<T>(c, broadcastReg(x.sum[n]), a[v].re), mulAdd<T>(c, broadcastReg(x.sum[n + 1]), a[v].im)};
     }
     const Complex<T> p = {(a[v].re + b[v].im) * factor, (a[v].im - b[v].re) * factor};
     const Complex<T> q = {(a[v].re - b[v].im) * factor, (a[v].im + b[v].re) * factor};

@@ -42,9 +42,7 @@ VEK_INLINE int64_t pitchOf(int64_t row) {
 template <class T>
 VEK_INLINE Reg<T> loadParts(const T* first, [[maybe_unused]] const T* second) {
   if constexpr (sizeof(Reg<T>) == 32) {
-    const __m128i low = _mm_loadu_si128(reinterpret_cast<const __m128i_u*>(first));
-    return (Reg<T>)_mm256_insertf128_si256(_mm256_castsi128_si256(low),
-                                           _mm_loadu_si128(reinterpret_cast<const __m128i_u*>(second)), 1);
+    return (Reg<T>)joinHalves(loadBytes<16>(first), loadBytes<16>(second));
   } else {
     return loadV(first);
   }
@@ -64,8 +62,8 @@ template <class T>
 VEK_INLINE void storeNatural(T* p, Complex<T> x) {
   const Reg<T> a = unpackLowV(x.re, x.im, T()), b = unpackHighV(x.re, x.im, T());
   if constexpr (sizeof(Reg<T>) == 32) {
-    storeV(p, (Reg<T>)_mm256_permute2f128_si256((__m256i)a, (__m256i)b, 0x20));
-    storeV(p + kLanes<T>, (Reg<T>)_mm256_permute2f128_si256((__m256i)a, (__m256i)b, 0x31));
+    storeV(p, lowHalves(a, b));
+    storeV(p + kLanes<T>, highHalves(a, b));
   } else {
     storeV(p, a), storeV(p + kLanes<T>, b);
   }
@@ -181,7 +179,7 @@ VEK_NOINLINE void middlePass(const T* src, int64_t srcIm, T* dst, int64_t dstIm,
 template <Direction D, int R, class T>
 VEK_NOINLINE void lastPass(const T* src, T* dst, int64_t im, int64_t m, const T* roots, T scale) {
   const int64_t count = vectorsOf<T>(m), pitch = pitchOf<T>(R), row = pitchOf<T>(m);
-  const Reg<T> factor = splat(scale);
+  const Reg<T> factor = broadcastReg(scale);
   for (int64_t i = 0; i < count; ++i, roots += 2 * rootsOfRadix(R) * kLanes<T>) {
     const int64_t p = vectorStart<T>(i, m);
     Reg<T> re[R], im_[R];

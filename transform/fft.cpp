@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+// Specs and calls of the Fourier engine of powers of two.
 #include "transform/fft.h"
 
 #include "core/memory.h"
@@ -20,9 +21,9 @@ bool isSmall(FftKind kind, int order) { return complexOrder(kind, order) < 6; }
 int64_t roundUp64(int64_t bytes) { return (bytes + 63) & ~int64_t(63); }
 int64_t roundDown64(int64_t bytes) { return bytes & ~int64_t(63); }
 
-// ---- sizes
-// ------------------------------------------------------------------------------------------------------------ Part of
-// the contract with callers that provide the memory: larger than what these kernels fill.
+// ---- sizes ----------------------------------------------------------------------------------------------------------
+
+// Part of the contract with callers that provide the memory: larger than what these kernels fill.
 
 // From this order up the stated size counts a table of two levels.
 constexpr int kTwoLevelOrder = 19;

@@ -37,7 +37,7 @@ enum Difference { kAsIs, kConjugated };
 template <Difference C = kAsIs, class T>
 VEK_INLINE void butterfly(Complex<T>& a, Complex<T>& b, Complex<T> w) {
   if constexpr (kFma) {
-    const Reg<T> two = splat(T(2));
+    const Reg<T> two = broadcastReg(T(2));
     const Complex<T> u = {negMulAdd<T>(w.im, b.im, mulAdd<T>(w.re, b.re, a.re)),
                           mulAdd<T>(w.im, b.re, mulAdd<T>(w.re, b.im, a.im))};
     b = {mulAdd<T>(two, a.re, -u.re), C == kAsIs ? mulAdd<T>(two, a.im, -u.im) : negMulAdd<T>(two, a.im, u.im)};
@@ -53,7 +53,7 @@ VEK_INLINE void butterfly(Complex<T>& a, Complex<T>& b, Complex<T> w) {
 template <Difference C = kAsIs, class T>
 VEK_INLINE void butterflyMinusI(Complex<T>& a, Complex<T>& b, Complex<T> w) {
   if constexpr (kFma) {
-    const Reg<T> two = splat(T(2));
+    const Reg<T> two = broadcastReg(T(2));
     const Complex<T> u = {mulAdd<T>(w.re, b.im, mulAdd<T>(w.im, b.re, a.re)),
                           negMulAdd<T>(w.re, b.re, mulAdd<T>(w.im, b.im, a.im))};
     b = {mulAdd<T>(two, a.re, -u.re), C == kAsIs ? mulAdd<T>(two, a.im, -u.im) : negMulAdd<T>(two, a.im, u.im)};
@@ -85,7 +85,7 @@ enum Extent { kWhole, kFirstHalf };
 // order.
 template <Extent X, class T>
 VEK_INLINE void transform8(Complex<T> (&y)[8]) {
-  const Reg<T> h = splat(kSqrtHalf<T>);
+  const Reg<T> h = broadcastReg(kSqrtHalf<T>);
 #pragma GCC unroll 4
   for (int i = 0; i < 8; i += 2) {
     if constexpr (X == kWhole) plain(y[i], y[i + 1]);
@@ -113,7 +113,7 @@ struct BlockRoots {
 template <class T>
 struct SpreadRoots {
   const T* at;
-  VEK_INLINE Complex<T> operator()(int i) const { return {splat(at[2 * i]), splat(at[2 * i + 1])}; }
+  VEK_INLINE Complex<T> operator()(int i) const { return {broadcastReg(at[2 * i]), broadcastReg(at[2 * i + 1])}; }
 };
 
 // The first two levels of a join, on four of its operands.
@@ -220,24 +220,28 @@ VEK_INLINE void placeTile(const T* src, T* dst, int64_t row, int64_t q, int64_t 
   }
 }
 
-// The first sweep. Neighbouring tiles go to places far apart; where that costs cache and page misses, tiles are visited
-// in squares of four sources by four destinations that lie side by side.
 constexpr int kSquareBits = 2, kSquaresFrom = 10;
 
-template <Direction D, Extent X, class T>
-VEK_NOINLINE void firstSweep(const T* src, T* dst, int m) {
-  const int bits = m - 6;
-  const int64_t row = int64_t(2) << (m - 3), tiles = int64_t(1) << bits;
+// The first sweep: calls f(tile, its place) for all tiles. Neighbouring tiles go to places far apart; where that costs
+// cache and page misses, tiles are visited in squares of four sources by four destinations that lie side by side.
+template <class F>
+VEK_INLINE void forTiles(int bits, F f) {
   const int corner = bits >= kSquaresFrom ? kSquareBits : 0;
-  const int64_t side = int64_t(1) << corner, far = tiles >> corner;
+  const int64_t side = int64_t(1) << corner, far = (int64_t(1) << bits) >> corner;
   for (int64_t middle = 0; middle < far; middle += side) {
     for (int64_t h = 0; h < side; ++h) {
       for (int64_t l = 0; l < side; ++l) {
         const int64_t q = h * far + middle + l;
-        placeTile<D, X>(src, dst, row, q, reverseBits(q, bits));
+        f(q, reverseBits(q, bits));
       }
     }
   }
+}
+
+template <Direction D, Extent X, class T>
+VEK_NOINLINE void firstSweep(const T* src, T* dst, int m) {
+  const int64_t row = int64_t(2) << (m - 3);
+  forTiles(m - 6, [=](int64_t q, int64_t reversed) VEK_LAMBDA { placeTile<D, X>(src, dst, row, q, reversed); });
 }
 
 enum Output { kBlocks, kInterleaved };
@@ -257,7 +261,7 @@ VEK_INLINE void storePoint(T* p, Complex<T> x, [[maybe_unused]] Reg<T> scale) {
 template <Direction D, Output O, int Bits, class T>
 VEK_NOINLINE void joinPass(T* data, int64_t total, int64_t length, const T* roots, T scale) {
   constexpr int radix = 1 << Bits, block = 2 * kLanes<T>, step = Bits == 3 ? 4 * block : 2 * block;
-  const Reg<T> s = splat(scale);
+  const Reg<T> s = broadcastReg(scale);
   for (T* end = data + 2 * total; data < end; data += 2 * length * radix) {
     const T* w = roots;
     for (int64_t k = 0; k < 2 * length; k += block, w += step) {

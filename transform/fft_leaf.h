@@ -105,7 +105,7 @@ struct LeafSpectrum {
 // Eight real points, the even elements of a spectrum of sixteen.
 template <class T>
 VEK_INLINE void evenElements(const Reg<T> (&s)[8], LeafSpectrum<T>& x) {
-  const Reg<T> h = splat(kSqrtHalf<T>);
+  const Reg<T> h = broadcastReg(kSqrtHalf<T>);
   const Reg<T> a = s[0] + s[4], b = s[0] - s[4], c = s[2] + s[6], e = s[2] - s[6];
   const Reg<T> a1 = s[1] + s[5], b1 = s[1] - s[5], c1 = s[3] + s[7], e1 = s[3] - s[7];
   const Reg<T> even = a + c, odd = a1 + c1, f = b1 - e1, g = b1 + e1;
@@ -136,7 +136,7 @@ VEK_INLINE void leafForward(const Reg<T> (&x)[kLeaf], LeafSpectrum<T>& to) {
 // 16 times the samples, and times `scale`.
 template <class T>
 VEK_INLINE void leafInverse(const LeafSpectrum<T>& from, Reg<T> scale, Reg<T> (&x)[kLeaf]) {
-  const Reg<T> twice = scale + scale, root = splat(2 * kSqrtHalf<T>) * scale;
+  const Reg<T> twice = scale + scale, root = broadcastReg(2 * kSqrtHalf<T>) * scale;
   const auto& re = from.re;
   const auto& im = from.im;
   Complex<T> y[4];
@@ -234,7 +234,7 @@ VEK_NOINLINE void spectraToSamples(Tile<T> t, T scale) {
       for (int p = 0; p < L; ++p) y.re[b * L + kLaneOrder<T>[p]] = re[p], y.im[b * L + kLaneOrder<T>[p]] = im[p];
     }
     Reg<T> x[kLeaf];
-    leafInverse<T>(y, splat(scale), x);
+    leafInverse<T>(y, broadcastReg(scale), x);
 #pragma GCC unroll 16
     for (int r = 0; r < kLeaf; ++r) storeV(t.to + c + r * t.toStep, x[r]);
   }
@@ -256,22 +256,6 @@ struct TileCopy {
   }
 };
 constexpr int64_t kFarRows = 4096;  // bytes
-
-// Calls f(tile, its place) for all tiles. Neighbouring tiles go to places far apart; where that costs cache and page
-// misses, tiles are visited in squares of four sources by four destinations that lie side by side.
-template <class F>
-VEK_INLINE void forTiles(int bits, F f) {
-  const int corner = bits >= kSquaresFrom ? kSquareBits : 0;
-  const int64_t side = int64_t(1) << corner, far = (int64_t(1) << bits) >> corner;
-  for (int64_t middle = 0; middle < far; middle += side) {
-    for (int64_t h = 0; h < side; ++h) {
-      for (int64_t l = 0; l < side; ++l) {
-        const int64_t q = h * far + middle + l;
-        f(q, reverseBits(q, bits));
-      }
-    }
-  }
-}
 
 // order > 8: many tiles of sixteen columns.
 template <Extent X, class T>

@@ -297,7 +297,7 @@ struct RealJoiner {
 
 template <class T>
 VEK_NOINLINE void scaleAll(T* data, int64_t count, T scale) {
-  const Reg<T> s = splat(scale);
+  const Reg<T> s = broadcastReg(scale);
   for (int64_t i = 0; i < count; i += kLanes<T>) storeV<T>(data + i, loadV(data + i) * s);
 }
 

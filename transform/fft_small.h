@@ -31,9 +31,6 @@ template <class T>
 constexpr SmallRoots<T> kSmallRoots = makeSmallRoots<T>();
 
 template <class T>
-using V4 = typename VectorOf<T, 4 * int(sizeof(T))>::type;
-
-template <class T>
 struct Quad {
   V4<T> re, im;
 };
@@ -44,27 +41,6 @@ VEK_INLINE Quad<T> operator+(Quad<T> a, Quad<T> b) {
 template <class T>
 VEK_INLINE Quad<T> operator-(Quad<T> a, Quad<T> b) {
   return {a.re - b.re, a.im - b.im};
-}
-// a * b + c and c - a * b, fused where the level can.
-template <class T>
-VEK_INLINE V4<T> mulAddFour(V4<T> a, V4<T> b, V4<T> c) {
-  if constexpr (kFma && sizeof(T) == 4) {
-    return (V4<T>)_mm_fmadd_ps((__m128)a, (__m128)b, (__m128)c);
-  } else if constexpr (kFma) {
-    return (V4<T>)_mm256_fmadd_pd((__m256d)a, (__m256d)b, (__m256d)c);
-  } else {
-    return a * b + c;
-  }
-}
-template <class T>
-VEK_INLINE V4<T> negMulAddFour(V4<T> a, V4<T> b, V4<T> c) {
-  if constexpr (kFma && sizeof(T) == 4) {
-    return (V4<T>)_mm_fnmadd_ps((__m128)a, (__m128)b, (__m128)c);
-  } else if constexpr (kFma) {
-    return (V4<T>)_mm256_fnmadd_pd((__m256d)a, (__m256d)b, (__m256d)c);
-  } else {
-    return c - a * b;
-  }
 }
 template <class T>
 VEK_INLINE Quad<T> operator*(Quad<T> a, Quad<T> w) {

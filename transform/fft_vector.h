@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 // The registers that the transform kernels work on: the level's own width, real and imaginary parts apart. A block is
 // L complex numbers: L real parts, then L imaginary parts, in the lane order that the cheapest split of interleaved
-// data produces; kLaneOrder<T>[p] is the element that lane p holds.
+// data produces; kLaneOrder<T>[p] is the element that lane p holds. That order is nowhere else of use, and the
+// registers are single ones: its shuffles are written on intrinsics here and not in core/simd.
 #ifndef VEK_TRANSFORM_FFT_VECTOR_H
 #define VEK_TRANSFORM_FFT_VECTOR_H
 
 #include "core/simd/compare.h"
+#include "core/simd/halves.h"
 #include "transform/root_constants.h"
 
 namespace vek::VEK_SLOT {
@@ -31,10 +33,6 @@ VEK_INLINE void storeV(T* p, Reg<T> x) {
     _mm_storeu_si128(reinterpret_cast<__m128i_u*>(p), (__m128i)x);
   }
 }
-template <class T>
-VEK_INLINE Reg<T> splat(T x) {
-  return broadcastReg(x);
-}
 
 // a * b + c and c - a * b, fused where the level can.
 template <class T>
@@ -54,6 +52,30 @@ VEK_INLINE Reg<T> negMulAdd(Reg<T> a, Reg<T> b, Reg<T> c) {
   }
 }
 
+// Four values, whatever the width of the registers.
+template <class T>
+using V4 = typename VectorOf<T, 4 * int(sizeof(T))>::type;
+
+template <class T>
+VEK_INLINE V4<T> mulAddFour(V4<T> a, V4<T> b, V4<T> c) {
+  if constexpr (kFma && sizeof(T) == 4) {
+    return (V4<T>)_mm_fmadd_ps((__m128)a, (__m128)b, (__m128)c);
+  } else if constexpr (kFma) {
+    return (V4<T>)_mm256_fmadd_pd((__m256d)a, (__m256d)b, (__m256d)c);
+  } else {
+    return a * b + c;
+  }
+}
+template <class T>
+VEK_INLINE V4<T> negMulAddFour(V4<T> a, V4<T> b, V4<T> c) {
+  if constexpr (kFma && sizeof(T) == 4) {
+    return (V4<T>)_mm_fnmadd_ps((__m128)a, (__m128)b, (__m128)c);
+  } else if constexpr (kFma) {
+    return (V4<T>)_mm256_fnmadd_pd((__m256d)a, (__m256d)b, (__m256d)c);
+  } else {
+    return c - a * b;
+  }
+}
 // L complex numbers.
 template <class T>
 struct Complex {
@@ -157,6 +179,16 @@ template <class T>
 VEK_INLINE void storeInterleaved(T* p, Complex<T> x) {
   storeV(p, unpackLowV(x.re, x.im, T()));
   storeV(p + kLanes<T>, unpackHighV(x.re, x.im, T()));
+}
+
+// The lower halves of two registers of 32 bytes in one, and the upper ones.
+template <class R>
+VEK_INLINE R lowHalves(R a, R b) {
+  return (R)_mm256_permute2f128_si256((__m256i)a, (__m256i)b, 0x20);
+}
+template <class R>
+VEK_INLINE R highHalves(R a, R b) {
+  return (R)_mm256_permute2f128_si256((__m256i)a, (__m256i)b, 0x31);
 }
 
 // Complex elements (pairs) of one register in the opposite order.

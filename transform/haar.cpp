@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
+// The Haar transform of one level and its inverse.
 #include "core/simd/checks.h"
 #include "core/simd/driver.h"
-#include "core/simd/shuffle.h"
+#include "core/simd/interleave.h"
 #include "vek/transform.h"
 
 namespace vek::VEK_SLOT {

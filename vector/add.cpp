@@ -27,10 +27,10 @@ VekStatus veksAdd_32sc_Sfs(const Vek32sc* pSrc1, const Vek32sc* pSrc2, Vek32sc* 
   return scaledTwo<Sum<int32_t>>(pSrc1, pSrc2, pDst, len, scaleFactor);
 }
 VekStatus veksAdd_32f(const Vek32f* pSrc1, const Vek32f* pSrc2, Vek32f* pDst, int len) {
-  return mapChecked(Plus(), pDst, len, pSrc1, pSrc2);
+  return mapChecked(held(Plus()), pDst, len, pSrc1, pSrc2);
 }
 VekStatus veksAdd_32fc(const Vek32fc* pSrc1, const Vek32fc* pSrc2, Vek32fc* pDst, int len) {
-  return mapChecked(Plus(), pDst, len, pSrc1, pSrc2);
+  return mapChecked(held(Plus()), pDst, len, pSrc1, pSrc2);
 }
 
 VekStatus veksSub_8u_Sfs(const Vek8u* pSrc1, const Vek8u* pSrc2, Vek8u* pDst, int len, int scaleFactor) {
@@ -46,10 +46,10 @@ VekStatus veksSub_32sc_Sfs(const Vek32sc* pSrc1, const Vek32sc* pSrc2, Vek32sc* 
   return scaledTwo<Difference<int32_t>>(pSrc2, pSrc1, pDst, len, scaleFactor);
 }
 VekStatus veksSub_32f(const Vek32f* pSrc1, const Vek32f* pSrc2, Vek32f* pDst, int len) {
-  return mapChecked(Minus(), pDst, len, pSrc2, pSrc1);
+  return mapChecked(held(Minus()), pDst, len, pSrc2, pSrc1);
 }
 VekStatus veksSub_32fc(const Vek32fc* pSrc1, const Vek32fc* pSrc2, Vek32fc* pDst, int len) {
-  return mapChecked(Minus(), pDst, len, pSrc2, pSrc1);
+  return mapChecked(held(Minus()), pDst, len, pSrc2, pSrc1);
 }
 
 }  // namespace vek::VEK_SLOT

@@ -35,10 +35,10 @@ VekStatus veksAddC_32sc_Sfs(const Vek32sc* pSrc, Vek32sc val, Vek32sc* pDst, int
   return scaledConstant<Sum<int32_t>>(pSrc, val, pDst, len, scaleFactor);
 }
 VekStatus veksAddC_32f(const Vek32f* pSrc, Vek32f val, Vek32f* pDst, int len) {
-  return mapChecked(PlusConstant(val), pDst, len, pSrc);
+  return mapChecked(held(PlusConstant(val)), pDst, len, pSrc);
 }
 VekStatus veksAddC_32fc(const Vek32fc* pSrc, Vek32fc val, Vek32fc* pDst, int len) {
-  return mapChecked(PlusConstant(val), pDst, len, pSrc);
+  return mapChecked(held(PlusConstant(val)), pDst, len, pSrc);
 }
 
 VekStatus veksSubC_8u_Sfs(const Vek8u* pSrc, Vek8u val, Vek8u* pDst, int len, int scaleFactor) {
@@ -54,10 +54,10 @@ VekStatus veksSubC_32sc_Sfs(const Vek32sc* pSrc, Vek32sc val, Vek32sc* pDst, int
   return scaledConstant<Difference<int32_t>>(pSrc, val, pDst, len, scaleFactor);
 }
 VekStatus veksSubC_32f(const Vek32f* pSrc, Vek32f val, Vek32f* pDst, int len) {
-  return mapChecked(MinusConstant(val), pDst, len, pSrc);
+  return mapChecked(held(MinusConstant(val)), pDst, len, pSrc);
 }
 VekStatus veksSubC_32fc(const Vek32fc* pSrc, Vek32fc val, Vek32fc* pDst, int len) {
-  return mapChecked(MinusConstant(val), pDst, len, pSrc);
+  return mapChecked(held(MinusConstant(val)), pDst, len, pSrc);
 }
 
 VekStatus veksSubCRev_8u_Sfs(const Vek8u* pSrc, Vek8u val, Vek8u* pDst, int len, int scaleFactor) {
@@ -73,10 +73,10 @@ VekStatus veksSubCRev_32sc_Sfs(const Vek32sc* pSrc, Vek32sc val, Vek32sc* pDst, 
   return scaledConstant<DifferenceReversed<int32_t>>(pSrc, val, pDst, len, scaleFactor);
 }
 VekStatus veksSubCRev_32f(const Vek32f* pSrc, Vek32f val, Vek32f* pDst, int len) {
-  return mapChecked(ConstantMinus(val), pDst, len, pSrc);
+  return mapChecked(held(ConstantMinus(val)), pDst, len, pSrc);
 }
 VekStatus veksSubCRev_32fc(const Vek32fc* pSrc, Vek32fc val, Vek32fc* pDst, int len) {
-  return mapChecked(ConstantMinus(val), pDst, len, pSrc);
+  return mapChecked(held(ConstantMinus(val)), pDst, len, pSrc);
 }
 
 }  // namespace vek::VEK_SLOT

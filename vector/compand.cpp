@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 // Companding by G.711. Where bytes can be shuffled, codes are taken apart into nibbles that index 16-entry tables in
 // registers; elsewhere the tables are in memory. Encoding reads segment and mantissa off the floating-point format.
-#include "core/simd/checks.h"
-#include "core/simd/driver.h"
+#include "core/simd/bytes.h"
+#include "core/simd/map.h"
+#include "core/simd/scale.h"
 #include "vector/compand_tables.h"
-#include "vector/convert_scale.h"
 #include "vek.h"
 
 namespace vek::VEK_SLOT {
@@ -132,21 +132,6 @@ VEK_INLINE VekStatus decodeFloat(const uint8_t* src, float* dst, int len) {
 
 // ---- encoding -------------------------------------------------------------------------------------------------------
 
-// Odd words from `odd`, the others from `even`.
-template <class T>
-VEK_INLINE Pack<T> blendOddWords(Pack<T> even, Pack<T> odd) {
-  static_assert(kSame<T, int16_t>);
-  if constexpr (kSse41) {
-    return each<Pack<T>>([&](int i) VEK_LAMBDA {
-      using Reg = typename Pack<T>::Reg;
-      VEK_INTRINSIC(_mm256_blend_epi16, _mm_blend_epi16, __m256i, __m128i, Reg, (Raw)even.r[i], (Raw)odd.r[i], 0xAA)
-    });
-  } else {
-    const Pack<int32_t> lower = broadcast(0xFFFF);
-    return bits<T>((bits<int32_t>(even) & lower) | (bits<int32_t>(odd) & ~lower));
-  }
-}
-
 // 16 * floor(log2 x) plus the four bits below the leading one, of 16 integers 128 <= x < 32768, read off their floats.
 // An odd word is converted with the even one behind it, as a fraction: rounding stops at that one's zero sign bit.
 VEK_INLINE Pack<int16_t> logarithms(Pack<int16_t> x) {
@@ -181,10 +166,8 @@ VEK_INLINE Pack<uint8_t> encodePack(Pack<int16_t> a, Pack<int16_t> b) {
 
 template <Law L>
 VEK_INLINE VekStatus encode16(const int16_t* src, uint8_t* dst, int len) {
-  if (const VekStatus s = checkVectors(len, src, dst)) return s;
-  sweep<32>([](uint8_t* d, const int16_t* x) VEK_LAMBDA { store(d, encodePack<L>(load(x), load(x + 16))); }, dst, len,
-            src);
-  return vekStsNoErr;
+  return sweepChecked<32>(
+      [](uint8_t* d, const int16_t* x) VEK_LAMBDA { store(d, encodePack<L>(load(x), load(x + 16))); }, dst, len, src);
 }
 
 VEK_INLINE Pack<int16_t> samples16(const float* x) {
@@ -196,10 +179,9 @@ VEK_INLINE Pack<int16_t> samples16(const float* x) {
 
 template <Law L>
 VEK_INLINE VekStatus encodeFloat(const float* src, uint8_t* dst, int len) {
-  if (const VekStatus s = checkVectors(len, src, dst)) return s;
-  sweep<32>([](uint8_t* d, const float* x) VEK_LAMBDA { store(d, encodePack<L>(samples16(x), samples16(x + 16))); },
-            dst, len, src);
-  return vekStsNoErr;
+  return sweepChecked<32>([](uint8_t* d, const float* x)
+                              VEK_LAMBDA { store(d, encodePack<L>(samples16(x), samples16(x + 16))); },
+                          dst, len, src);
 }
 
 // ---- transcoding ----------------------------------------------------------------------------------------------------

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // Conversions from and to packed 24-bit integers, eight elements (exactly 24 bytes) at a time.
-#include "core/simd/checks.h"
-#include "core/simd/driver.h"
-#include "vector/convert_scale.h"
+#include "core/simd/bytes.h"
+#include "core/simd/map.h"
+#include "core/simd/scale.h"
 #include "vek.h"
 
 namespace vek::VEK_SLOT {
@@ -14,44 +14,15 @@ constexpr uint32_t kHigh24u = (1u << 24) - 1;
 
 // ---- unpacking ------------------------------------------------------------------------------------------------------
 
-// Three bytes each to the upper three of a 32-bit lane, from the first 12 bytes of x or from the last.
-alignas(16) constexpr uint8_t kSpreadFirst[16] = {128, 0, 1, 2, 128, 3, 4, 5, 128, 6, 7, 8, 128, 9, 10, 11};
-alignas(16) constexpr uint8_t kSpreadLast[16] = {128, 4, 5, 6, 128, 7, 8, 9, 128, 10, 11, 12, 128, 13, 14, 15};
-
-[[maybe_unused]] VEK_INLINE __m128i order(const uint8_t (&table)[16]) { return _mm_load_si128((const __m128i*)table); }
-
-// The same by byte shifts, for the levels without a byte shuffle.
-[[maybe_unused]] VEK_INLINE __m128i spreadByShifts(__m128i x) {
-  const __m128i pair0 = _mm_unpacklo_epi32(x, _mm_srli_si128(x, 3));
-  const __m128i pair1 = _mm_unpacklo_epi32(_mm_srli_si128(x, 6), _mm_srli_si128(x, 9));
-  return _mm_slli_epi32(_mm_unpacklo_epi64(pair0, pair1), 8);
-}
-
-// Eight elements, each times 256. The two loads overlap so that neither leaves the 24 bytes.
-template <class T>
-VEK_INLINE Pack<T> load24High(const Vek24u* p) {
-  const __m128i first = loadBytes<16>(p), last = loadBytes<16>(p->byte + 8);
-  if constexpr (kAvx2) {
-    return {{regCast<typename Pack<T>::Reg>(
-        _mm256_shuffle_epi8(joinHalves(first, last), joinHalves(order(kSpreadFirst), order(kSpreadLast))))}};
-  } else if constexpr (kSsse3) {
-    return fromHalves<T>(lookup16(first, order(kSpreadFirst)), lookup16(last, order(kSpreadLast)));
-  } else {
-    return fromHalves<T>(spreadByShifts(first), spreadByShifts(_mm_srli_si128(last, 4)));
-  }
-}
-
 template <class T>
 VEK_INLINE Pack<T> load24(const Vek24u* p) {
-  return load24High<T>(p) >> 8;
+  return loadTriplesHigh<T>(p->byte) >> 8;
 }
 
 template <class T, class D, class Op>
 VEK_INLINE VekStatus unpackVector(Op op, const Vek8u* src, D* dst, int len) {
-  if (const VekStatus s = checkVectors(len, src, dst)) return s;
-  sweep<kBlock>([op](D* d, const Vek24u* x) VEK_LAMBDA { store(d, op(load24<T>(x))); }, dst, len,
-                reinterpret_cast<const Vek24u*>(src));
-  return vekStsNoErr;
+  return sweepChecked<kBlock>([op](D* d, const Vek24u* x) VEK_LAMBDA { store(d, op(load24<T>(x))); }, dst, len,
+                              reinterpret_cast<const Vek24u*>(src));
 }
 
 constexpr auto kSame32 = [](auto x) VEK_LAMBDA { return x; };
@@ -59,40 +30,11 @@ constexpr auto kAsFloat = [](auto x) VEK_LAMBDA { return toFloat(bits<int32_t>(x
 
 // ---- packing --------------------------------------------------------------------------------------------------------
 
-// The lower three bytes of each lane to the first 12 bytes.
-alignas(16) constexpr uint8_t kGather[16] = {0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, 128, 128, 128, 128};
-
-[[maybe_unused]] VEK_INLINE __m128i gather12(__m128i x) {
-  if constexpr (kSsse3) {
-    return lookup16(x, order(kGather));
-  } else {
-    const __m128i even = _mm_and_si128(x, _mm_set1_epi64x(0xFFFFFF));
-    const __m128i odd = _mm_and_si128(_mm_srli_epi64(x, 8), _mm_set1_epi64x(0xFFFFFF000000));
-    const __m128i six = _mm_or_si128(even, odd);
-    return _mm_or_si128(_mm_move_epi64(six), _mm_slli_si128(_mm_srli_si128(six, 8), 6));
-  }
-}
-
-template <class T>
-VEK_INLINE void store24(Vek24u* d, Pack<T> x) {
-  __m128i head, rest;
-  if constexpr (kAvx2) {
-    const __m256i twelves = _mm256_shuffle_epi8(whole(x), _mm256_broadcastsi128_si256(order(kGather)));
-    const __m256i all = _mm256_permutevar8x32_epi32(twelves, _mm256_setr_epi32(0, 1, 2, 4, 5, 6, 3, 7));
-    head = lowHalf(all), rest = highHalf(all);
-  } else {
-    const __m128i low = gather12(half(x, 0)), high = gather12(half(x, 1));
-    head = _mm_or_si128(low, _mm_slli_si128(high, 12)), rest = _mm_srli_si128(high, 4);
-  }
-  _mm_storeu_si128((__m128i_u*)d, head);
-  _mm_storel_epi64((__m128i_u*)(d->byte + 16), rest);
-}
-
 // op turns packs of the source into packs of 32-bit integers in the range of 24 bits.
 template <class S, class Op>
 VEK_INLINE void packVector(Op op, const S* src, Vek8u* dst, int len) {
-  sweep<kBlock>([op](Vek24u* d, const S* x) VEK_LAMBDA { store24(d, op(load(x))); }, reinterpret_cast<Vek24u*>(dst),
-                len, src);
+  sweep<kBlock>([op](Vek24u* d, const S* x) VEK_LAMBDA { storeTriples(d->byte, op(load(x))); },
+                reinterpret_cast<Vek24u*>(dst), len, src);
 }
 
 template <class T>

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Conversions from integers to floating point and between single and double precision.
-#include "core/simd/checks.h"
-#include "core/simd/driver.h"
-#include "vector/convert_scale.h"
+#include "core/simd/map.h"
+#include "core/simd/scale.h"
 #include "vek.h"
 
 namespace vek::VEK_SLOT {
@@ -34,23 +33,18 @@ VEK_INLINE Pack<D> loadAs(const S* p) {
 
 template <class S, class D>
 VEK_INLINE VekStatus convertVector(const S* src, D* dst, int len) {
-  if (const VekStatus s = checkVectors(len, src, dst)) return s;
-  sweep<Pack<D>::lanes>([](D* d, const S* x) VEK_LAMBDA { store(d, loadAs<D>(x)); }, dst, len, src);
-  return vekStsNoErr;
+  return sweepChecked<Pack<D>::lanes>([](D* d, const S* x) VEK_LAMBDA { store(d, loadAs<D>(x)); }, dst, len, src);
 }
 
 template <class S, class D>
 VEK_INLINE VekStatus convertScaled(const S* src, D* dst, int len, int scaleFactor) {
-  if (const VekStatus s = checkVectors(len, src, dst)) return s;
   const Pack<D> m = broadcast(scaleMultiplier<D>(scaleFactor));
-  sweep<Pack<D>::lanes>([m](D* d, const S* x) VEK_LAMBDA { store(d, loadAs<D>(x) * m); }, dst, len, src);
-  return vekStsNoErr;
+  return sweepChecked<Pack<D>::lanes>([m](D* d, const S* x) VEK_LAMBDA { store(d, loadAs<D>(x) * m); }, dst, len, src);
 }
 
 VEK_INLINE VekStatus narrowDoubles(const double* src, float* dst, int len) {
   if (const VekStatus s = checkVectors(len, src, dst)) return s;
-  sweep<4>([](float* d, const double* x) VEK_LAMBDA { _mm_storeu_si128((__m128i_u*)d, doubleToFloats(load(x))); }, dst,
-           len, src);
+  sweep<4>([](float* d, const double* x) VEK_LAMBDA { storeBytes<16>(d, doubleToFloats(load(x))); }, dst, len, src);
   leaveUpperHalvesClean();
   return vekStsNoErr;
 }

@@ -6,7 +6,7 @@
 
 #include "core/simd/checks.h"
 #include "core/simd/driver.h"
-#include "vector/convert_scale.h"
+#include "core/simd/scale.h"
 
 namespace vek::VEK_SLOT {
 namespace {

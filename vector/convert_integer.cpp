@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Conversions between integer types of whole machine widths.
-#include "core/simd/checks.h"
-#include "core/simd/driver.h"
-#include "vector/convert_scale.h"
+#include "core/simd/map.h"
+#include "core/simd/scale.h"
 #include "vek.h"
 
 namespace vek::VEK_SLOT {
@@ -10,9 +9,7 @@ namespace {
 
 template <class S, class D>
 VEK_INLINE VekStatus widenVector(const S* src, D* dst, int len) {
-  if (const VekStatus s = checkVectors(len, src, dst)) return s;
-  sweep<Pack<D>::lanes>([](D* d, const S* x) VEK_LAMBDA { store(d, loadWiden<D>(x)); }, dst, len, src);
-  return vekStsNoErr;
+  return sweepChecked<Pack<D>::lanes>([](D* d, const S* x) VEK_LAMBDA { store(d, loadWiden<D>(x)); }, dst, len, src);
 }
 
 // 32s to 16s: op prepares each pack of 32-bit values, saturation does the rest.

@@ -2,7 +2,7 @@
 // Conversions from floating point to integers with a scale factor and a rounding mode.
 #include "core/simd/checks.h"
 #include "core/simd/driver.h"
-#include "vector/convert_scale.h"
+#include "core/simd/scale.h"
 #include "vek.h"
 
 namespace vek::VEK_SLOT {
@@ -101,7 +101,7 @@ struct DoubleToInt32 {
     sweep<4>(weighted<kRoundWeight<Mode, Scaled>>([=](int32_t* d, const double* x) VEK_LAMBDA {
                Pack<double> y = load(x);
                if constexpr (Scaled) y = y * m;
-               _mm_storeu_si128((__m128i_u*)d, roundToInt32<Mode>(minOf(high, y)));
+               storeBytes<16>(d, roundToInt32<Mode>(minOf(high, y)));
              }),
              dst, len, src);
   }

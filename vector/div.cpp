@@ -5,27 +5,10 @@
 namespace vek::VEK_SLOT {
 namespace {
 
-// ---- the multiplier 2^(-scaleFactor) -------------------------------------------------------------------------------
-
-// In single precision for the narrow types. Below -127 stands for itself what -127 gives: every quotient but 0 is out
-// of range, and 0 times infinity is kept from being a NaN.
-VEK_INLINE float singleMultiplier(int scaleFactor) {
-  if (scaleFactor > 149) return 0;
-  const int s = scaleFactor < -127 ? -127 : scaleFactor;
-  const uint32_t word = s <= 126 ? uint32_t(127 - s) << 23 : uint32_t(1) << (149 - s);
-  float m;
-  __builtin_memcpy(&m, &word, sizeof m);
-  return m;
-}
-
-// Infinity from -1024 down.
-VEK_INLINE double doubleMultiplier(int scaleFactor) {
-  if (scaleFactor > 1074) return 0;
-  const int s = scaleFactor < -1024 ? -1024 : scaleFactor;
-  const uint64_t word = s <= 1022 ? uint64_t(1023 - s) << 52 : uint64_t(1) << (1074 - s);
-  double m;
-  __builtin_memcpy(&m, &word, sizeof m);
-  return m;
+// The multiplier in single precision for the narrow types. Below -127 stands for itself what -127 gives: every quotient
+// but 0 is out of range, and 0 times infinity is kept from being a NaN.
+VEK_INLINE float finiteMultiplier(int scaleFactor) {
+  return scaleMultiplier<float>(scaleFactor < -127 ? -127 : scaleFactor);
 }
 
 // ---- narrow integers as floats -------------------------------------------------------------------------------------
@@ -94,7 +77,7 @@ VEK_INLINE VekStatus divideElements(F quotient, const T* divisors, const T* divi
 template <class T>
 VEK_INLINE VekStatus divide(const T* divisors, const T* dividends, T* dst, int len, int scaleFactor) {
   if (const VekStatus status = checkVectors(len, divisors, dividends, dst)) return status;
-  const Pack<float> m = broadcast(singleMultiplier(scaleFactor));
+  const Pack<float> m = broadcast(finiteMultiplier(scaleFactor));
   const auto quotient = [m](Pack<T> d, Pack<T> x) VEK_LAMBDA {
     const auto divided = [m](Pack<float> a, Pack<float> b) VEK_LAMBDA { return b * m / a; };
     return narrow(eachPack(divided, widenToFloat(d), widenToFloat(x)));
@@ -104,7 +87,7 @@ VEK_INLINE VekStatus divide(const T* divisors, const T* dividends, T* dst, int l
 
 VEK_INLINE VekStatus divide(const Vek32s* divisors, const Vek32s* dividends, Vek32s* dst, int len, int scaleFactor) {
   if (const VekStatus status = checkVectors(len, divisors, dividends, dst)) return status;
-  const Pack<double> m = broadcast(doubleMultiplier(scaleFactor)), most = broadcast(2147483647.0);
+  const Pack<double> m = broadcast(scaleMultiplier<double>(scaleFactor)), most = broadcast(2147483647.0);
   const auto quotient = [m, most](Pack<int32_t> d, Pack<int32_t> x) VEK_LAMBDA {
     // The order of the minimum's operands lets a NaN through, to become -2^31.
     const auto divided = [m, most](Pack<double> a, Pack<double> b) VEK_LAMBDA { return minOf(most, b * m / a); };
@@ -117,7 +100,7 @@ template <class T>
 VEK_INLINE VekStatus divideByConstant(const T* src, T val, T* dst, int len, int scaleFactor) {
   if (const VekStatus status = checkVectors(len, src, dst)) return status;
   if (val == 0) return vekStsDivByZeroErr;
-  const Pack<float> f = broadcast(singleMultiplier(scaleFactor) / float(val));
+  const Pack<float> f = broadcast(finiteMultiplier(scaleFactor) / float(val));
   mapPacks(
       [f](Pack<T> x) VEK_LAMBDA {
         const auto w = widenToFloat(x);
@@ -154,7 +137,7 @@ VEK_INLINE void divideBlock(Vek32fc* dst, const Vek32fc* divisors, const Vek32fc
                          VEK_LAMBDA { return deinterleaveInHalves(inRegister(load(p)), inRegister(load(p + step))); };
   const auto [aRe, aIm] = split(parts(divisors));
   const auto [bRe, bIm] = split(parts(dividends));
-  const Pack<float> norm = aRe * aRe + aIm * aIm, r = broadcast(1.0f) / norm;
+  const Pack<float> norm = squaredMagnitude(aRe, aIm), r = broadcast(1.0f) / norm;
   Pack<float> re = (aRe * bRe + aIm * bIm) * r, im = (aRe * bIm - aIm * bRe) * r;
   const Mask<float> isZero = norm == zeros<float>();
   if (__builtin_expect(any(isZero), 0)) {

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Bitwise logic and shifts.
-#include "core/simd/checks.h"
-#include "core/simd/driver.h"
+#include "core/simd/map.h"
 #include "vek.h"
 
 namespace vek::VEK_SLOT {
@@ -28,16 +27,12 @@ struct Xor {
 
 template <class Op, class T>
 VEK_INLINE VekStatus combine(const T* a, const T* b, T* dst, int len) {
-  if (const VekStatus s = checkVectors(len, a, b, dst)) return s;
-  mapPacks(Op(), dst, len, a, b);
-  return vekStsNoErr;
+  return mapChecked(Op(), dst, len, a, b);
 }
 
 template <class Op, class T>
 VEK_INLINE VekStatus combineConstant(const T* src, T val, T* dst, int len) {
-  if (const VekStatus s = checkVectors(len, src, dst)) return s;
-  mapPacks([c = broadcast(val)](auto x) VEK_LAMBDA { return Op()(x, c); }, dst, len, src);
-  return vekStsNoErr;
+  return mapChecked([c = broadcast(val)](auto x) VEK_LAMBDA { return Op()(x, c); }, dst, len, src);
 }
 
 VEK_INLINE VekStatus zero(Vek8u* dst, int len) { return ::veksZero_8u(dst, len); }

@@ -16,18 +16,15 @@ VEK_INLINE Pack<float> complexProduct(const Vek32fc* a, const Vek32fc* b) {
 }
 
 VEK_INLINE VekStatus multiplyComplex(const Vek32fc* a, const Vek32fc* b, Vek32fc* dst, int len) {
-  if (const VekStatus status = checkVectors(len, a, b, dst)) return status;
-  sweep<4>([](Vek32fc* d, const Vek32fc* x, const Vek32fc* y) VEK_LAMBDA { store(parts(d), complexProduct(x, y)); },
-           dst, len, a, b);
-  return vekStsNoErr;
+  return sweepChecked<4>([](Vek32fc* d, const Vek32fc* x, const Vek32fc* y)
+                             VEK_LAMBDA { store(parts(d), complexProduct(x, y)); },
+                         dst, len, a, b);
 }
 
 VEK_INLINE VekStatus multiplyRealComplex(const Vek32f* a, const Vek32fc* b, Vek32fc* dst, int len) {
-  if (const VekStatus status = checkVectors(len, a, b, dst)) return status;
-  sweep<4>([](Vek32fc* d, const Vek32f* x, const Vek32fc* y)
-               VEK_LAMBDA { store(parts(d), loadTwice(x) * load(parts(y))); },
-           dst, len, a, b);
-  return vekStsNoErr;
+  return sweepChecked<4>([](Vek32fc* d, const Vek32f* x, const Vek32fc* y)
+                             VEK_LAMBDA { store(parts(d), loadTwice(x) * load(parts(y))); },
+                         dst, len, a, b);
 }
 
 VEK_INLINE VekStatus multiplyRealComplex(const Vek32s* a, const Vek32sc* b, Vek32sc* dst, int len, int scaleFactor) {
@@ -55,26 +52,24 @@ VEK_INLINE VekStatus multiplyLow(const Vek32s* a, const Vek32s* b, Vek32s* dst, 
     __builtin_memset(dst, 0, size_t(len) * sizeof(Vek32s));
   } else if (scaleFactor > 32) {
     const auto shifted = [=](Pack<int64_t> p) VEK_LAMBDA { return p >> scaleFactor; };
-    mapElements(
-        [=](P x, P y) VEK_LAMBDA {
-          const Wide p = wideProduct(x, y);
-          return lowParts({shifted(p.even), shifted(p.odd)});
-        },
-        dst, len, a, b);
+    mapElements(held([=](P x, P y) VEK_LAMBDA {
+                  const Wide p = wideProduct(x, y);
+                  return lowParts({shifted(p.even), shifted(p.odd)});
+                }),
+                dst, len, a, b);
   } else if (scaleFactor > 0) {
     // The sign never comes down into the low half: the cheaper shift does.
     const ShiftCount<uint64_t> count(scaleFactor);
     const auto shifted = [=](Pack<int64_t> p) VEK_LAMBDA { return bits<int64_t>(bits<uint64_t>(p) >> count); };
-    mapElements(
-        [=](P x, P y) VEK_LAMBDA {
-          const Wide p = wideProduct(x, y);
-          return lowParts({shifted(p.even), shifted(p.odd)});
-        },
-        dst, len, a, b);
+    mapElements(held([=](P x, P y) VEK_LAMBDA {
+                  const Wide p = wideProduct(x, y);
+                  return lowParts({shifted(p.even), shifted(p.odd)});
+                }),
+                dst, len, a, b);
   } else if (scaleFactor >= -31) {
-    mapElements([=](P x, P y) VEK_LAMBDA { return (x * y) << -scaleFactor; }, dst, len, a, b);
+    mapElements(held([=](P x, P y) VEK_LAMBDA { return (x * y) << -scaleFactor; }), dst, len, a, b);
   } else {
-    mapElements([](P x, P y) VEK_LAMBDA { return productSaturation(x, y); }, dst, len, a, b);
+    mapElements(held([](P x, P y) VEK_LAMBDA { return productSaturation(x, y); }), dst, len, a, b);
   }
   return vekStsNoErr;
 }
@@ -88,22 +83,21 @@ struct PlusProduct {
 VEK_INLINE VekStatus addProduct(const Vek32s* a, const Vek32s* b, Vek32s* sum, int len, int scaleFactor) {
   if (const VekStatus status = checkVectors(len, a, b, sum)) return status;
   const Vek32s* from = sum;
-  mapScaled(ProductSum(), scaleFactor, sum, len, [=](auto f) VEK_LAMBDA { mapElements(f, sum, len, a, b, from); });
+  mapScaled(ProductSum(), scaleFactor, sum, len,
+            [=](auto f) VEK_LAMBDA { mapElements(held(f), sum, len, a, b, from); });
   return vekStsNoErr;
 }
 
 VEK_INLINE VekStatus addProduct(const Vek32f* a, const Vek32f* b, Vek32f* sum, int len) {
   const Vek32f* from = sum;
-  return mapChecked(PlusProduct(), sum, len, a, b, from);
+  return mapChecked(held(PlusProduct()), sum, len, a, b, from);
 }
 
 VEK_INLINE VekStatus addProduct(const Vek32fc* a, const Vek32fc* b, Vek32fc* sum, int len) {
-  if (const VekStatus status = checkVectors(len, a, b, sum)) return status;
   const Vek32fc* from = sum;
-  sweep<4>([](Vek32fc* d, const Vek32fc* x, const Vek32fc* y, const Vek32fc* z)
-               VEK_LAMBDA { store(parts(d), load(parts(z)) + complexProduct(x, y)); },
-           sum, len, a, b, from);
-  return vekStsNoErr;
+  return sweepChecked<4>([](Vek32fc* d, const Vek32fc* x, const Vek32fc* y, const Vek32fc* z)
+                             VEK_LAMBDA { store(parts(d), load(parts(z)) + complexProduct(x, y)); },
+                         sum, len, a, b, from);
 }
 
 }  // namespace
@@ -121,7 +115,7 @@ VekStatus veksMul_32sc_Sfs(const Vek32sc* pSrc1, const Vek32sc* pSrc2, Vek32sc* 
   return scaledTwo<ComplexProduct>(pSrc1, pSrc2, pDst, len, scaleFactor);
 }
 VekStatus veksMul_32f(const Vek32f* pSrc1, const Vek32f* pSrc2, Vek32f* pDst, int len) {
-  return mapChecked(Times(), pDst, len, pSrc1, pSrc2);
+  return mapChecked(held(Times()), pDst, len, pSrc1, pSrc2);
 }
 VekStatus veksMul_32fc(const Vek32fc* pSrc1, const Vek32fc* pSrc2, Vek32fc* pDst, int len) {
   return multiplyComplex(pSrc1, pSrc2, pDst, len);

@@ -25,7 +25,7 @@ struct PlusProductConstant : TimesConstant {
 
 VEK_INLINE VekStatus addProduct(const Vek32f* src, Vek32f val, Vek32f* sum, int len) {
   const Vek32f* from = sum;
-  return mapChecked(PlusProductConstant(val), sum, len, src, from);
+  return mapChecked(held(PlusProductConstant(val)), sum, len, src, from);
 }
 
 VEK_INLINE VekStatus divide(const Vek32f* src, Vek32f val, Vek32f* dst, int len) {
@@ -58,10 +58,10 @@ VekStatus veksMulC_32sc_Sfs(const Vek32sc* pSrc, Vek32sc val, Vek32sc* pDst, int
   return scaledConstant<ComplexProduct>(pSrc, val, pDst, len, scaleFactor);
 }
 VekStatus veksMulC_32f(const Vek32f* pSrc, Vek32f val, Vek32f* pDst, int len) {
-  return mapChecked(TimesConstant(val), pDst, len, pSrc);
+  return mapChecked(held(TimesConstant(val)), pDst, len, pSrc);
 }
 VekStatus veksMulC_32fc(const Vek32fc* pSrc, Vek32fc val, Vek32fc* pDst, int len) {
-  return mapChecked(TimesComplexConstant(val), pDst, len, pSrc);
+  return mapChecked(held(TimesComplexConstant(val)), pDst, len, pSrc);
 }
 
 VekStatus veksAddProductC_32f(const Vek32f* pSrc, Vek32f val, Vek32f* pSrcDst, int len) {

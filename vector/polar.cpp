@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Complex numbers by magnitude and phase, their power, and back. The parts lie in two arrays or interleaved.
-#include "core/simd/checks.h"
-#include "core/simd/driver.h"
-#include "core/simd/trig.h"
+#include "core/simd/elementary.h"
+#include "core/simd/map.h"
 #include "vek.h"
 
 namespace vek::VEK_SLOT {
@@ -11,11 +10,10 @@ namespace {
 constexpr int kLanes = Pack<float>::lanes;
 
 VEK_INLINE Two<float> loadSplit(const float* re, const float* im) { return {load(re), load(im)}; }
-VEK_INLINE Two<float> loadSplit(const Vek32fc* s) { return deinterleave(load(parts(s)), load(parts(s) + kLanes)); }
 
 // What is computed from the parts of each element, given as packs or as a block in memory.
 struct Power {
-  VEK_INLINE Pack<float> operator()(Pack<float> re, Pack<float> im) const { return re * re + im * im; }
+  VEK_INLINE Pack<float> operator()(Pack<float> re, Pack<float> im) const { return squaredMagnitude(re, im); }
   VEK_INLINE Pack<float> operator()(const Vek32fc* s) const {
     const Pack<float> a = load(parts(s)), b = load(parts(s) + kLanes);
     return addNeighbours(a * a, b * b);
@@ -37,38 +35,28 @@ struct Phase {
 
 template <class Op>
 VEK_INLINE VekStatus realResults(const float* re, const float* im, float* dst, int len) {
-  if (const VekStatus s = checkVectors(len, re, im, dst)) return s;
-  mapPacks(Op(), dst, len, re, im);
-  return vekStsNoErr;
+  return mapChecked(Op(), dst, len, re, im);
 }
 template <class Op>
 VEK_INLINE VekStatus realResults(const Vek32fc* src, float* dst, int len) {
-  if (const VekStatus s = checkVectors(len, src, dst)) return s;
-  sweep<kLanes>([](float* d, const Vek32fc* s) VEK_LAMBDA { store(d, Op()(s)); }, dst, len, src);
-  return vekStsNoErr;
+  return sweepChecked<kLanes>([](float* d, const Vek32fc* s) VEK_LAMBDA { store(d, Op()(s)); }, dst, len, src);
 }
 
 VEK_INLINE void storeSplit(Pack<float> re, Pack<float> im, float* dstRe, float* dstIm) {
   store(dstRe, re);
   store(dstIm, im);
 }
-VEK_INLINE void storeSplit(Pack<float> re, Pack<float> im, Vek32fc* d) {
-  const Two<float> x = interleave(re, im);
-  store(parts(d), x.a);
-  store(parts(d) + kLanes, x.b);
-}
+VEK_INLINE void storeSplit(Pack<float> re, Pack<float> im, Vek32fc* dst) { storeJoined(dst, re, im); }
 
 template <class... S>
 VEK_INLINE VekStatus toPolar(float* dstMagn, float* dstPhase, int len, const S*... src) {
-  if (const VekStatus s = checkVectors(len, src..., dstMagn, dstPhase)) return s;
-  sweepTwo<kLanes>(
+  return sweepTwoChecked<kLanes>(
       [](float* magn, float* phase, const S*... s) VEK_LAMBDA {
         const Two<float> z = loadSplit(s...);
         store(magn, Magnitude()(z.a, z.b));
         store(phase, Phase()(z.a, z.b));
       },
       dstMagn, dstPhase, len, src...);
-  return vekStsNoErr;
 }
 
 // Magnitude and phase to the place of one block of the destination, one array or two.
@@ -110,17 +98,14 @@ VekStatus veksCartToPolar_32fc(const Vek32fc* pSrc, Vek32f* pDstMagn, Vek32f* pD
 
 VekStatus veksPolarToCart_32f(const Vek32f* pSrcMagn, const Vek32f* pSrcPhase, Vek32f* pDstRe, Vek32f* pDstIm,
                               int len) {
-  if (const VekStatus s = checkVectors(len, pSrcMagn, pSrcPhase, pDstRe, pDstIm)) return s;
-  sweepTwo<kLanes>([](float* re, float* im, const float* magn, const float* phase)
-                       VEK_LAMBDA { fromPolar(magn, phase, re, im); },
-                   pDstRe, pDstIm, len, pSrcMagn, pSrcPhase);
-  return vekStsNoErr;
+  return sweepTwoChecked<kLanes>([](float* re, float* im, const float* magn, const float* phase)
+                                     VEK_LAMBDA { fromPolar(magn, phase, re, im); },
+                                 pDstRe, pDstIm, len, pSrcMagn, pSrcPhase);
 }
 VekStatus veksPolarToCart_32fc(const Vek32f* pSrcMagn, const Vek32f* pSrcPhase, Vek32fc* pDst, int len) {
-  if (const VekStatus s = checkVectors(len, pSrcMagn, pSrcPhase, pDst)) return s;
-  sweep<kLanes>([](Vek32fc* d, const float* magn, const float* phase) VEK_LAMBDA { fromPolar(magn, phase, d); }, pDst,
-                len, pSrcMagn, pSrcPhase);
-  return vekStsNoErr;
+  return sweepChecked<kLanes>([](Vek32fc* d, const float* magn, const float* phase)
+                                  VEK_LAMBDA { fromPolar(magn, phase, d); },
+                              pDst, len, pSrcMagn, pSrcPhase);
 }
 
 }  // namespace vek::VEK_SLOT

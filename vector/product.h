@@ -11,8 +11,8 @@ namespace {
 template <class T>
 struct Product;
 
-// 8 bits: r fills 16 bits without a sign. Up to factor 8 the saturating addition does no harm, as what it clamps ends
-// above 255 anyway; from 9 on r gives up its lowest bit first, keeping it as a sticky one.
+// 8 bits: r fills 16 bits without a sign. Up to factor 8 they have room for half of 2^factor; from 9 on r gives up its
+// lowest bit first, keeping it as a sticky one.
 template <>
 struct Product<uint8_t> : ByteScaled<0, 17, 9> {
   static constexpr Weight kClamping = kHeavy;
@@ -35,10 +35,9 @@ struct Product<uint8_t> : ByteScaled<0, 17, 9> {
   static VEK_INLINE W roundLanes(W r, const Scale& s) {
     if constexpr (Deep) {
       const RightShift<uint16_t> less(s.count.n - 1);
-      return roundShift((r >> 1) | (r & s.one), less);
+      return roundShift((r >> 1) | (r & broadcast(uint16_t(1))), less);
     } else {
-      const W u = addSaturated(r, s.belowHalf);
-      return addSaturated(u, (u >> s.count) & s.one) >> s.count;
+      return roundShift(r, s);
     }
   }
 };

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Absolute values, squares, square roots, normalisation.
-#include "core/simd/checks.h"
-#include "core/simd/convert.h"
-#include "core/simd/driver.h"
+#include "core/simd/map.h"
+#include "core/simd/scale.h"
 #include "vek.h"
 
 namespace vek::VEK_SLOT {
@@ -22,26 +21,10 @@ VEK_INLINE Pack<int32_t> absolute(Pack<int32_t> x) {
 
 template <class T>
 VEK_INLINE VekStatus absolute(const T* src, T* dst, int len) {
-  if (const VekStatus s = checkVectors(len, src, dst)) return s;
-  mapPacks([](auto x) VEK_LAMBDA { return absolute(x); }, dst, len, src);
-  return vekStsNoErr;
+  return mapChecked([](auto x) VEK_LAMBDA { return absolute(x); }, dst, len, src);
 }
 
 // ---- squares -------------------------------------------------------------------------------------------------------
-
-// Values >= 0 divided by 2^shift, shift >= 1, and rounded to nearest, ties to even: just less than a half is added, and
-// one more where the quotient is odd. The sum must not overflow.
-template <class T>
-struct RoundedShift {
-  int shift;
-  Pack<T> belowHalf, lowest;
-
-  VEK_INLINE explicit RoundedShift(int s) : shift(s) {
-    belowHalf = broadcast(T((UnsignedOf<T>(1) << (s - 1)) - 1));
-    lowest = broadcast(T(UnsignedOf<T>(1) << s));
-  }
-  VEK_INLINE Pack<T> operator()(Pack<T> x) const { return (x + belowHalf - bits<T>((x & lowest) == lowest)) >> shift; }
-};
 
 // The largest root whose square, times 2^left, does not pass `most`.
 VEK_INLINE int largestRoot(int left, int most) { return int(__builtin_sqrt(double(most >> left))); }
@@ -68,10 +51,12 @@ VEK_INLINE void squareScaled(const Vek8u* src, Vek8u* dst, int len, int scaleFac
     ::veksZero_8u(dst, len);
   } else if (scaleFactor > 8) {
     // Halved first, what falls off kept in the lowest bit: the sum of the rounding stays within 16 bits.
-    const RoundedShift<uint16_t> rest(scaleFactor - 1);
-    squareBytes([=](P r) VEK_LAMBDA { return rest((r >> 1) | (r & broadcast(uint16_t(1)))); }, src, dst, len);
+    const RightShift<uint16_t> rest(scaleFactor - 1);
+    squareBytes([=](P r) VEK_LAMBDA { return roundShift((r >> 1) | (r & broadcast(uint16_t(1))), rest); }, src, dst,
+                len);
   } else if (scaleFactor > 0) {
-    squareBytes(RoundedShift<uint16_t>(scaleFactor), src, dst, len);
+    const RightShift<uint16_t> scale(scaleFactor);
+    squareBytes([=](P r) VEK_LAMBDA { return roundShift(r, scale); }, src, dst, len);
   } else {
     // Beyond the first root that saturates nothing changes; its square is still below 2^15 after the shift.
     const int left = scaleFactor < -8 ? 8 : -scaleFactor;
@@ -84,11 +69,12 @@ VEK_INLINE void squareScaled(const Vek16s* src, Vek16s* dst, int len, int scaleF
   if (scaleFactor > 30) {
     ::veksZero_16s(dst, len);
   } else if (scaleFactor > 0) {
-    const RoundedShift<int32_t> scale(scaleFactor);
+    const RightShift<int32_t> scale(scaleFactor);
     mapPacks(
         [=](P x) VEK_LAMBDA {
           const Two<int16_t> squares = interleaveInHalves(x * x, mulHigh(x, x));
-          return narrowInHalves<int16_t>(scale(bits<int32_t>(squares.a)), scale(bits<int32_t>(squares.b)));
+          return narrowInHalves<int16_t>(roundShift(bits<int32_t>(squares.a), scale),
+                                         roundShift(bits<int32_t>(squares.b), scale));
         },
         dst, len, src);
   } else {
@@ -107,26 +93,14 @@ VEK_INLINE VekStatus square(const T* src, T* dst, int len, int scaleFactor) {
 }
 
 VEK_INLINE VekStatus square(const Vek32f* src, Vek32f* dst, int len) {
-  if (const VekStatus s = checkVectors(len, src, dst)) return s;
-  mapPacks([](auto x) VEK_LAMBDA { return x * x; }, dst, len, src);
-  return vekStsNoErr;
+  return mapChecked([](auto x) VEK_LAMBDA { return x * x; }, dst, len, src);
 }
 
 VEK_INLINE VekStatus square(const Vek32fc* src, Vek32fc* dst, int len) {
-  if (const VekStatus s = checkVectors(len, src, dst)) return s;
-  mapComplex([](auto x) VEK_LAMBDA { return complexMul(x, x); }, dst, len, src);
-  return vekStsNoErr;
+  return mapChecked([](auto x) VEK_LAMBDA { return complexMul(x, x); }, dst, len, src);
 }
 
 // ---- square roots of integers --------------------------------------------------------------------------------------
-
-// 2^exponent, -126 <= exponent <= 127.
-VEK_INLINE float powerOfTwo(int exponent) {
-  const uint32_t pattern = uint32_t(exponent + 127) << 23;
-  float x;
-  __builtin_memcpy(&x, &pattern, sizeof x);
-  return x;
-}
 
 // The root of eight integers >= 0, scaled and rounded. sqrt(x) * 2^left meets a tie t only for square numbers x, where
 // it is exact, and else keeps a distance of more than 1 / (2t)^2 / 2 of itself from it. With 2t < 2^10, as for all
@@ -179,11 +153,12 @@ VEK_INLINE VekStatus rootScaled(const T* src, T* dst, int len, int scaleFactor) 
   if (const VekStatus s = checkVectors(len, src, dst)) return s;
   // Beyond these ends every root but 0 saturates, or vanishes.
   const int left = scaleFactor < -16 ? 16 : scaleFactor > 16 ? -16 : -scaleFactor;
+  const float scale = scaleMultiplier<float>(-left);
   Pack<int16_t> signs = zeros<int16_t>();
   if (sizeof(T) == 1 || left <= 2) {
-    rootBlocks(RootInSingle{broadcast(powerOfTwo(left))}, src, dst, len, &signs);
+    rootBlocks(RootInSingle{broadcast(scale)}, src, dst, len, &signs);
   } else {
-    rootBlocks(RootInDouble{broadcast(double(powerOfTwo(left)))}, src, dst, len, &signs);
+    rootBlocks(RootInDouble{broadcast(double(scale))}, src, dst, len, &signs);
   }
   return any(signs < zeros<int16_t>()) ? vekStsSqrtNegArg : vekStsNoErr;
 }
@@ -211,7 +186,7 @@ struct Parts {
 VEK_INLINE Parts<Pack<double>> complexRoot(Pack<double> re, Pack<double> im) {
   const Pack<double> zero = zeros<double>(), infinity = broadcast(__builtin_inf());
   const Pack<double> x = magnitude(re), y = magnitude(im);
-  const Pack<double> modulus = squareRoot(re * re + im * im);
+  const Pack<double> modulus = squareRoot(squaredMagnitude(re, im));
   // An infinite part makes the larger part of the root infinite, whatever the other is, and an infinite imaginary part
   // makes both.
   const Mask<double> tall = y == infinity;
@@ -222,19 +197,14 @@ VEK_INLINE Parts<Pack<double>> complexRoot(Pack<double> re, Pack<double> im) {
 }
 
 VEK_INLINE VekStatus root(const Vek32fc* src, Vek32fc* dst, int len) {
-  if (const VekStatus s = checkVectors(len, src, dst)) return s;
-  sweep<kFloats>(
+  return sweepChecked<kFloats>(
       [](Vek32fc* d, const Vek32fc* s) VEK_LAMBDA {
-        const Two<float> z = deinterleave(load(parts(s)), load(parts(s) + kFloats));
+        const Two<float> z = loadSplit(s);
         const Group<double, 2> re = toDouble(z.a), im = toDouble(z.b);
         const Parts<Pack<double>> low = complexRoot(re.p[0], im.p[0]), high = complexRoot(re.p[1], im.p[1]);
-        const Two<float> r =
-            interleave(toFloat(Group<double, 2>{{low.re, high.re}}), toFloat(Group<double, 2>{{low.im, high.im}}));
-        store(parts(d), r.a);
-        store(parts(d) + kFloats, r.b);
+        storeJoined(d, toFloat(Group<double, 2>{{low.re, high.re}}), toFloat(Group<double, 2>{{low.im, high.im}}));
       },
       dst, len, src);
-  return vekStsNoErr;
 }
 
 // ---- normalisation -------------------------------------------------------------------------------------------------

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Thresholds of real elements.
-#include "core/simd/checks.h"
-#include "core/simd/driver.h"
+#include "core/simd/map.h"
 #include "vek.h"
 
 namespace vek::VEK_SLOT {
@@ -10,18 +9,14 @@ namespace {
 // The operand order of the maximum and the minimum matters: the second is the result for NaN and between zeros.
 template <class T>
 VEK_INLINE VekStatus below(const T* src, T* dst, int len, T level) {
-  if (const VekStatus s = checkVectors(len, src, dst)) return s;
   const Pack<T> l = broadcast(level);
-  mapPacks([l](Pack<T> x) VEK_LAMBDA { return maxOf(x, l); }, dst, len, src);
-  return vekStsNoErr;
+  return mapChecked([l](Pack<T> x) VEK_LAMBDA { return maxOf(x, l); }, dst, len, src);
 }
 
 template <class T>
 VEK_INLINE VekStatus above(const T* src, T* dst, int len, T level) {
-  if (const VekStatus s = checkVectors(len, src, dst)) return s;
   const Pack<T> l = broadcast(level);
-  mapPacks([l](Pack<T> x) VEK_LAMBDA { return minOf(x, l); }, dst, len, src);
-  return vekStsNoErr;
+  return mapChecked([l](Pack<T> x) VEK_LAMBDA { return minOf(x, l); }, dst, len, src);
 }
 
 VEK_INLINE VekStatus either(const float* src, float* dst, int len, float level, VekCompareOp relOp) {
@@ -32,17 +27,13 @@ VEK_INLINE VekStatus either(const float* src, float* dst, int len, float level, 
 }
 
 VEK_INLINE VekStatus belowByValue(const float* src, float* dst, int len, float level, float value) {
-  if (const VekStatus s = checkVectors(len, src, dst)) return s;
   const Pack<float> l = broadcast(level), v = broadcast(value);
-  mapPacks([=](Pack<float> x) VEK_LAMBDA { return select(x >= l, x, v); }, dst, len, src);
-  return vekStsNoErr;
+  return mapChecked([=](Pack<float> x) VEK_LAMBDA { return select(x >= l, x, v); }, dst, len, src);
 }
 
 VEK_INLINE VekStatus aboveByValue(const float* src, float* dst, int len, float level, float value) {
-  if (const VekStatus s = checkVectors(len, src, dst)) return s;
   const Pack<float> l = broadcast(level), v = broadcast(value);
-  mapPacks([=](Pack<float> x) VEK_LAMBDA { return select(l >= x, x, v); }, dst, len, src);
-  return vekStsNoErr;
+  return mapChecked([=](Pack<float> x) VEK_LAMBDA { return select(l >= x, x, v); }, dst, len, src);
 }
 
 template <class T>

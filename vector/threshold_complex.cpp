@@ -16,11 +16,6 @@ VEK_INLINE VekStatus check(const Vek32fc* src, const Vek32fc* dst, int len, floa
   return level < 0 ? vekStsThreshNegLevelErr : vekStsNoErr;
 }
 
-// re*re + im*im in both lanes of each element.
-VEK_INLINE Pack<float> squaredMagnitude(Complex x) {
-  const Pack<float> squares = x * x;
-  return squares + swapPairs(squares);
-}
 VEK_INLINE Mask<float> isZero(Complex x) {
   const Mask<float> zero = x == zeros<float>();
   return zero & asMask<float>(swapPairs(bits<float>(zero)));
@@ -42,11 +37,11 @@ VEK_INLINE double squaredLevel(float level) {
 // The squared magnitudes as divisors: those of single precision, m, as long as they are normal numbers; formed anew in
 // double precision where they underflowed or overflowed, lest the factor become 0, infinity or NaN.
 VEK_INLINE Factors divisors(Complex x, Pack<float> m) {
-  const __m128i once = _mm_unpacklo_epi64(half(shuffle32<0x88>(m), 0), half(shuffle32<0x88>(m), 1));
+  const __m128i once = unpackLow<8>(half(shuffle32<0x88>(m), 0), half(shuffle32<0x88>(m), 1));
   const Factors single = floatsToDouble(once);
   const Group<double, 2> wide = toDouble(x);
-  const Two<double> parts = deinterleave(wide.p[0], wide.p[1]);
-  return select(inNormalRange(single), single, parts.a * parts.a + parts.b * parts.b);
+  const Two<double> z = deinterleave(wide.p[0], wide.p[1]);
+  return select(inNormalRange(single), single, squaredMagnitude(z.a, z.b));
 }
 
 // Both parts of each element times its factor, in double precision with one rounding.

@@ -3,7 +3,7 @@
 #ifndef VEK_CORE_SIMD_CONVERT_H
 #define VEK_CORE_SIMD_CONVERT_H
 
-#include "core/simd/shuffle.h"
+#include "core/simd/interleave.h"
 
 namespace vek::VEK_SLOT {
 namespace {
@@ -55,22 +55,6 @@ VEK_INLINE typename Pack<D>::Reg widenReg(__m128i x) {
       if constexpr (!sign) x = widenStep<uint32_t, 0>(x);
     }
     return regCast<Reg>(x);
-  }
-}
-
-template <int Bytes>
-VEK_INLINE __m128i loadBytes(const void* p) {
-  if constexpr (Bytes == 16) return _mm_loadu_si128((const __m128i_u*)p);
-  if constexpr (Bytes == 8) return _mm_loadl_epi64((const __m128i_u*)p);
-  if constexpr (Bytes == 4) {
-    int32_t x;
-    __builtin_memcpy(&x, p, 4);
-    return _mm_cvtsi32_si128(x);
-  }
-  if constexpr (Bytes == 2) {
-    uint16_t x;
-    __builtin_memcpy(&x, p, 2);
-    return _mm_cvtsi32_si128(x);
   }
 }
 
@@ -214,6 +198,13 @@ VEK_INLINE Pack<double> int32sToDouble(__m128i x) {
 }
 VEK_INLINE Pack<double> loadDouble(const float* p) { return floatsToDouble(loadBytes<16>(p)); }
 VEK_INLINE Pack<double> loadDouble(const int32_t* p) { return int32sToDouble(loadBytes<16>(p)); }
+// Two elements, and back.
+VEK_INLINE __m128d pairToDouble(__m128 x) { return _mm_cvtps_pd(x); }
+VEK_INLINE __m128d readPair(const float* p) { return pairToDouble((__m128)loadBytes<8>(p)); }
+VEK_INLINE __m128d readPair(const int32_t* p) { return _mm_cvtepi32_pd(loadBytes<8>(p)); }
+VEK_INLINE void storePair(float* p, __m128d x) { storeBytes<8>(p, (__m128i)_mm_cvtpd_ps(x)); }
+VEK_INLINE void storePair(double* p, __m128d x) { storeBytes<16>(p, (__m128i)x); }
+
 VEK_INLINE Group<double, 2> toDouble(Pack<float> a) {
   return {{floatsToDouble(half(a, 0)), floatsToDouble(half(a, 1))}};
 }

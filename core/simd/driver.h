@@ -6,44 +6,11 @@
 #ifndef VEK_CORE_SIMD_DRIVER_H
 #define VEK_CORE_SIMD_DRIVER_H
 
-#include "core/simd/shuffle.h"
-#include "vek/types.h"
+#include "core/simd/complex.h"
+#include "core/simd/short.h"
 
 namespace vek::VEK_SLOT {
 namespace {
-
-// One block in local memory, for results that must wait and for vectors shorter than a block.
-template <class T, int L>
-struct Block {
-  alignas(16) T x[L];  // what the stack gives for nothing; more would cost every call a realigned frame
-};
-
-template <class T, int L>
-VEK_INLINE void copyBlock(T* to, const T* from) {
-  if constexpr (L * sizeof(T) % 32 == 0) {
-    for (size_t i = 0; i < L * sizeof(T); i += 32) store((uint8_t*)to + i, load((const uint8_t*)from + i));
-  } else {
-    __builtin_memcpy(to, from, L * sizeof(T));
-  }
-}
-
-// Out of line: short vectors are rare, and every kernel would carry a copy.
-VEK_NOINLINE void copyShort(void* to, const void* from, ptrdiff_t bytes) {
-  char* d = static_cast<char*>(to);
-  const char* s = static_cast<const char*>(from);
-  for (; bytes > 32; bytes -= 32, d += 32, s += 32) store((uint8_t*)d, load((const uint8_t*)s));
-  copyFew(d, s, bytes);
-}
-
-// Fewer than L elements: the block is filled up with copies of the first element, so that an operation which watches
-// for special values (a zero divisor, say) meets none that the vector does not hold.
-template <int L, class T>
-VEK_INLINE Block<T, L> shortBlock(const T* src, ptrdiff_t n) {
-  Block<T, L> b;
-  for (int i = 0; i < L; ++i) b.x[i] = src[0];
-  copyShort(b.x, src, n * ptrdiff_t(sizeof(T)));
-  return b;
-}
 
 // Elements from dst to its next 32-byte boundary; 0 where there is none to gain or none to reach.
 template <class D>
@@ -57,128 +24,26 @@ constexpr ptrdiff_t kAlignBlocks = 16;
 
 // ---- vectors shorter than a block -----------------------------------------------------------------------------------
 
-// Less than a pack in a register: the largest power of two of elements that fits from the front, beside it as many from
-// the back, and copies of those, so that an operation which watches for special values (a zero divisor, say) meets none
-// that the vector does not hold. Arrays of different types are put in the same order. `bytes` is the length.
+// Elements of a register's sizes are moved as integers.
+template <class T, bool Plain = kFitsPack<1, T>>
+struct MovedAsOf {
+  using Type = T;
+};
 template <class T>
-VEK_INLINE Pack<T> loadShort(const T* src, ptrdiff_t bytes) {
-  const char* p = reinterpret_cast<const char*>(src);
-  const auto word32 = [](const char* from) VEK_LAMBDA {
-    int32_t x;
-    __builtin_memcpy(&x, from, 4);
-    return _mm_cvtsi32_si128(x);
-  };
-  if (bytes >= 16) {
-    return fromHalves<T>(_mm_loadu_si128((const __m128i_u*)p), _mm_loadu_si128((const __m128i_u*)(p + bytes - 16)));
-  }
-  __m128i h;
-  if (sizeof(T) == 8 || bytes >= 8) {
-    h = _mm_unpacklo_epi64(_mm_loadl_epi64((const __m128i_u*)p), _mm_loadl_epi64((const __m128i_u*)(p + bytes - 8)));
-  } else if (sizeof(T) == 4 || bytes >= 4) {
-    h = _mm_unpacklo_epi32(word32(p), word32(p + bytes - 4));
-    h = _mm_unpacklo_epi64(h, h);
-  } else {
-    const uint8_t* b = reinterpret_cast<const uint8_t*>(p);
-    uint32_t word = b[0] * 0x01010101u;
-    if (sizeof(T) == 2 || bytes >= 2) word = b[0] | b[1] << 8 | b[bytes - 2] << 16 | uint32_t(b[bytes - 1]) << 24;
-    h = _mm_shuffle_epi32(_mm_cvtsi32_si128(int(word)), 0);
-  }
-  return fromHalves<T>(h, h);
-}
-
+struct MovedAsOf<T, true> {
+  using Type = UnsignedOf<T>;
+};
 template <class T>
-VEK_INLINE void storeShort(T* dst, Pack<T> x, ptrdiff_t bytes) {
-  char* p = reinterpret_cast<char*>(dst);
-  const __m128i h = half(x, 0);
-  if (bytes >= 16) {
-    _mm_storeu_si128((__m128i_u*)p, h);
-    _mm_storeu_si128((__m128i_u*)(p + bytes - 16), half(x, 1));
-  } else if (sizeof(T) == 8 || bytes >= 8) {
-    _mm_storel_epi64((__m128i_u*)p, h);
-    _mm_storel_epi64((__m128i_u*)(p + bytes - 8), _mm_unpackhi_epi64(h, h));
-  } else if (sizeof(T) == 4 || bytes >= 4) {
-    const int32_t first = _mm_cvtsi128_si32(h), last = _mm_cvtsi128_si32(_mm_srli_epi64(h, 32));
-    __builtin_memcpy(p, &first, 4);
-    __builtin_memcpy(p + bytes - 4, &last, 4);
-  } else {
-    const uint32_t word = uint32_t(_mm_cvtsi128_si32(h)), last = word >> 16;
-    if (sizeof(T) == 2 || bytes >= 2) {
-      p[0] = char(word), p[1] = char(word >> 8);
-      p[bytes - 2] = char(last), p[bytes - 1] = char(last >> 8);
-    } else {
-      p[0] = char(word);
-    }
-  }
-}
-
-// The same order in memory, for a block of `Bytes` with elements like T.
-template <int Bytes, class T>
-VEK_INLINE void gatherShort(T* block, const T* src, ptrdiff_t bytes) {
-  constexpr int rest = Bytes / 2 / int(sizeof(T));
-  if constexpr (Bytes <= 32) {
-    const Pack<T> x = loadShort(src, bytes);
-    const __m128i h = half(x, 0);
-    if constexpr (Bytes == 32) {
-      store(block, x);
-    } else {
-      __builtin_memcpy(block, &h, Bytes);
-    }
-  } else if (bytes >= Bytes / 2) {
-    copyBlock<T, rest>(block, src);
-    copyBlock<T, rest>(block + rest, src + bytes / ptrdiff_t(sizeof(T)) - rest);
-  } else {
-    gatherShort<Bytes / 2>(block, src, bytes);
-    copyBlock<T, rest>(block + rest, block);
-  }
-}
-template <int Bytes, class T>
-VEK_INLINE void scatterShort(T* dst, const T* block, ptrdiff_t bytes) {
-  constexpr int rest = Bytes / 2 / int(sizeof(T));
-  if constexpr (Bytes == 32) {
-    storeShort(dst, load(block), bytes);
-  } else if constexpr (Bytes < 32) {
-    __m128i h = _mm_setzero_si128();
-    __builtin_memcpy(&h, block, Bytes);
-    storeShort(dst, withLowHalf<T>(h), bytes);
-  } else if (bytes >= Bytes / 2) {
-    copyBlock<T, rest>(dst, block);
-    copyBlock<T, rest>(dst + bytes / ptrdiff_t(sizeof(T)) - rest, block + rest);
-  } else {
-    scatterShort<Bytes / 2>(dst, block, bytes);
-  }
-}
-
-// Elements of a size that is a power of two are moved as integers.
-template <class T>
-constexpr bool kPowerOfTwoSize = (sizeof(T) & (sizeof(T) - 1)) == 0;
-
-template <int L, class T>
-VEK_INLINE Block<T, L> gatherBlock(const T* src, ptrdiff_t n) {
-  Block<T, L> b;
-  using U = UnsignedOf<T>;
-  gatherShort<L* int(sizeof(T))>((U*)b.x, (const U*)src, n * ptrdiff_t(sizeof(T)));
-  return b;
-}
-
-template <int L, class T>
-VEK_INLINE void scatterBlock(T* dst, const Block<T, L>& b, ptrdiff_t n) {
-  using U = UnsignedOf<T>;
-  scatterShort<L* int(sizeof(T))>((U*)dst, (const U*)b.x, n * ptrdiff_t(sizeof(T)));
-}
+using MovedAs = typename MovedAsOf<T>::Type;
 
 // Out of line and by the size of elements, so that the kernels of a file share them.
 template <int L, class T>
 VEK_NOINLINE void gatherOutside(T* block, const T* src, ptrdiff_t n) {
-  gatherShort<L* int(sizeof(T))>(block, src, n * ptrdiff_t(sizeof(T)));
+  gatherShort<L>(block, src, n);
 }
 template <int L, class T>
 VEK_NOINLINE void scatterOutside(T* dst, const T* block, ptrdiff_t n) {
-  scatterShort<L* int(sizeof(T))>(dst, block, n * ptrdiff_t(sizeof(T)));
-}
-template <int L, class T>
-VEK_NOINLINE void fillOutside(T* block, const T* src, ptrdiff_t n) {
-  for (int i = 0; i < L; ++i) block[i] = src[0];
-  copyShort(block, src, n * ptrdiff_t(sizeof(T)));
+  scatterShort<L>(dst, block, n);
 }
 
 // ---- loops ----------------------------------------------------------------------------------------------------------
@@ -221,31 +86,21 @@ constexpr int blocksATurn() {
 // it, step(dst, src...) does both at once.
 template <Weight W, int L, class Result, class Make, class Put, class Step, class D, class... S>
 VEK_INLINE void drive(Make make, Put put, Step step, D* dst, ptrdiff_t n, const S*... src) {
-  // Vectors shorter than a block are spread, or where elements are no power of two filled up, in local memory.
-  constexpr bool spread = kPowerOfTwoSize<D> && (kPowerOfTwoSize<S> && ...);
+  // Vectors shorter than a block are spread in local memory.
   alignas(16) unsigned char room[L * (sizeof(S) + ... + 0) + 1];
   size_t used = 0;
   const auto place = [&](const auto* s) VEK_LAMBDA {
     const auto block = reinterpret_cast<decltype(s)>(room + used);
     used += L * sizeof(*s);
-    if constexpr (spread) {
-      using U = UnsignedOf<RemoveConst<decltype(*s)>>;
-      gatherOutside<L>((U*)block, (const U*)s, n);
-    } else {
-      using T = RemoveConst<decltype(*s)>;
-      fillOutside<L>((T*)block, s, n);
-    }
+    using U = MovedAs<RemoveConst<decltype(*s)>>;
+    gatherOutside<L>((U*)block, (const U*)s, n);
     return block;
   };
   const auto give = [&](const Result& result) VEK_LAMBDA {
     Block<D, L> out;
     put(out.x, result);
-    if constexpr (spread) {
-      using U = UnsignedOf<D>;
-      scatterOutside<L>((U*)dst, (const U*)out.x, n);
-    } else {
-      copyShort(dst, out.x, n * ptrdiff_t(sizeof(D)));
-    }
+    using U = MovedAs<D>;
+    scatterOutside<L>((U*)dst, (const U*)out.x, n);
   };
   const ptrdiff_t last = n - L;
   if constexpr (W == kRare) {
@@ -312,13 +167,8 @@ VEK_INLINE void sweepBlocks(const F& f, D* dst, ptrdiff_t n, const S*... src) {
 template <int L, class F, class D, class... S>
 VEK_NOINLINE void sweepShort(const F& f, D* dst, ptrdiff_t n, const S*... src) {
   Block<D, L> out;
-  if constexpr (kPowerOfTwoSize<D> && (kPowerOfTwoSize<S> && ...)) {
-    [&](auto... in) VEK_LAMBDA { f(out.x, in.x...); }(gatherBlock<L>(src, n)...);
-    scatterBlock(dst, out, n);
-  } else {
-    [&](auto... in) VEK_LAMBDA { f(out.x, in.x...); }(shortBlock<L>(src, n)...);
-    copyShort(dst, out.x, n * ptrdiff_t(sizeof(D)));
-  }
+  [&](auto... in) VEK_LAMBDA { f(out.x, in.x...); }(gatherBlock<L>(src, n)...);
+  scatterBlock(dst, out, n);
 }
 
 template <int L, class F, class D, class... S>
@@ -378,12 +228,6 @@ VEK_INLINE void mapPacks(Op op, D* dst, ptrdiff_t n, const S*... src) {
   }
   mapBlocks<kWeightOf<Op>>(op, dst, n, src...);
 }
-
-// The parts of complex elements as a plain array of twice the length.
-VEK_INLINE const float* parts(const Vek32fc* p) { return &p->re; }
-VEK_INLINE float* parts(Vek32fc* p) { return &p->re; }
-VEK_INLINE const int32_t* parts(const Vek32sc* p) { return &p->re; }
-VEK_INLINE int32_t* parts(Vek32sc* p) { return &p->re; }
 
 // Interleaved complex vectors of 8-byte elements, four to a pack; no element is ever split between two blocks.
 template <class Op, class D, class... S>

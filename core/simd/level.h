@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-// What the instruction level of the slot being compiled offers. Kernels never look at the compiler's macros: they call
-// pack operations, and those choose with `if constexpr` on the constants below.
+// What the instruction level of the slot being compiled offers. Nothing else looks at the compiler's macros: pack
+// operations choose with `if constexpr` on the constants below, and so do the few kernels that go another way at
+// another level.
+//
+// Such a choice has to stand in a template, also where one element type alone makes sense and a static_assert says so:
+// only there may the branch of another level, whose registers have another width, fail to compile.
 #ifndef VEK_CORE_SIMD_LEVEL_H
 #define VEK_CORE_SIMD_LEVEL_H
 

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 // Pack<T>: 32 bytes of elements in every slot, one register where the level has registers that wide for the type and a
-// pair of 16-byte registers elsewhere. Kernels are written on packs once; as the logical width never changes, sums are
-// grouped alike and results agree to the bit between slots.
+// pair of 16-byte registers elsewhere. Kernels are written on packs once. As the logical width never changes, what is
+// done lane by lane, and every sum whose order a kernel fixes, has the same bits in all slots; they differ only where a
+// kernel promises no more than a precision and asks for it: by fusedMulAdd, or by an order of its own for a level
+// (kRegroups in stats/reduce.h).
 #ifndef VEK_CORE_SIMD_PACK_H
 #define VEK_CORE_SIMD_PACK_H
 
@@ -114,6 +116,21 @@ VEK_INLINE Pack<T> load(const T* p) {
   return each<Pack<T>>([&](int i) VEK_LAMBDA { return loadReg(p + i * Pack<T>::regLanes); });
 }
 
+// A load that stays one. Of a plain load with two users the compiler makes an operand in memory for each, and loads
+// are what limits the loops that use this.
+template <class T>
+VEK_INLINE Pack<T> loadOnce(const T* p) {
+  return each<Pack<T>>([&](int i) VEK_LAMBDA {
+    using Reg = typename Pack<T>::Reg;
+    const T* at = p + i * Pack<T>::regLanes;
+    if constexpr (sizeof(Reg) == 32) {
+      return regCast<Reg>(*reinterpret_cast<const volatile __m256i_u*>(at));
+    } else {
+      return regCast<Reg>(*reinterpret_cast<const volatile __m128i_u*>(at));
+    }
+  });
+}
+
 template <class T>
 VEK_INLINE void store(T* p, Pack<T> x) {
   if constexpr (Pack<T>::regs == 1) {
@@ -136,48 +153,6 @@ template <int K, class T>
 VEK_INLINE void storeGroup(T* p, Group<T, K> g) {
 #pragma GCC unroll 8
   for (int k = 0; k < K; ++k) store(p + k * Pack<T>::lanes, g.p[k]);
-}
-
-template <class W>
-VEK_INLINE void copyEnds(char* to, const char* from, ptrdiff_t bytes) {
-  // Two moves that overlap cover every count from sizeof(W) to twice that.
-  W head, tail;
-  __builtin_memcpy(&head, from, sizeof(W));
-  __builtin_memcpy(&tail, from + bytes - sizeof(W), sizeof(W));
-  __builtin_memcpy(to, &head, sizeof(W));
-  __builtin_memcpy(to + bytes - sizeof(W), &tail, sizeof(W));
-}
-
-// 0..32 bytes by at most two moves and never a byte outside them.
-VEK_INLINE void copyFew(void* to, const void* from, ptrdiff_t bytes) {
-  char* d = static_cast<char*>(to);
-  const char* s = static_cast<const char*>(from);
-  if (bytes >= 16) {
-    copyEnds<__m128i_u>(d, s, bytes);
-  } else if (bytes >= 8) {
-    copyEnds<uint64_t>(d, s, bytes);
-  } else if (bytes >= 4) {
-    copyEnds<uint32_t>(d, s, bytes);
-  } else if (bytes >= 2) {
-    copyEnds<uint16_t>(d, s, bytes);
-  } else if (bytes == 1) {
-    *d = *s;
-  }
-}
-
-// The first n < lanes elements; the other lanes are zero.
-template <class T>
-VEK_INLINE Pack<T> loadPart(const T* p, ptrdiff_t n) {
-  alignas(32) T block[Pack<T>::lanes] = {};
-  copyFew(block, p, n * ptrdiff_t(sizeof(T)));
-  return load(block);
-}
-
-template <class T>
-VEK_INLINE void storePart(T* p, Pack<T> x, ptrdiff_t n) {
-  alignas(32) T block[Pack<T>::lanes];
-  store(block, x);
-  copyFew(p, block, n * ptrdiff_t(sizeof(T)));
 }
 
 // ---- constants --------------------------------------------------------------------------------------------------

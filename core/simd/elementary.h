@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-// Sine and cosine, and the angle of a point, in single precision within 2 ulp for every finite argument. Polynomials of
-// our own in plain operations, each rounded: every slot and every position of a vector gives the same bits.
-#ifndef VEK_CORE_SIMD_TRIG_H
-#define VEK_CORE_SIMD_TRIG_H
+// Sine and cosine, and the angle of a point, in single precision within 2 ulp for every finite argument; exponential
+// and logarithm in double within one. Polynomials of our own in plain operations, each rounded: every slot and every
+// position of a vector gives the same bits.
+#ifndef VEK_CORE_SIMD_ELEMENTARY_H
+#define VEK_CORE_SIMD_ELEMENTARY_H
 
-#include "core/simd/compare.h"
 #include "core/simd/convert.h"
 
 namespace vek::VEK_SLOT {
@@ -179,6 +179,84 @@ VEK_INLINE SineCosine sineCosineOf(Pack<float> angle) {
   const Pack<float> change = bits<float>(signOf(bits<int32_t>(odd))) & (s ^ c);
   const Pack<float> sign = signOf(bits<float>(r.quarter << 30));
   return {s ^ change ^ sign, c ^ change ^ (sign ^ odd)};
+}
+
+// ---- sine in double -------------------------------------------------------------------------------------------------
+
+// 1/n! with the sign of x^n in the series. A constant of its own for each n: left to itself the compiler multiplies the
+// factorials out in the loop.
+constexpr double reciprocalFactorial(int n) {
+  double f = 1;
+  for (int k = 2; k <= n; ++k) f *= k;
+  return n / 2 % 2 == 0 ? 1 / f : -1 / f;
+}
+template <int N>
+constexpr double kCoefficient = reciprocalFactorial(N);
+
+// The rest of the series, from x^N down, in s = x^2.
+template <int N>
+VEK_INLINE Pack<double> sineSeries(Pack<double> s) {
+  if constexpr (N == 21) {
+    return broadcast(kCoefficient<21>);
+  } else {
+    return sineSeries<N + 2>(s) * s + broadcast(kCoefficient<N>);
+  }
+}
+
+// sin(x) for 0 <= x < 2^32. The multiple of pi nearest to x is taken off in three parts: products of the multiple,
+// below 2^31, with the first two, of 22 bits each, are exact, and so are the differences. The sine of the rest is its
+// Taylor series, whose remainder at pi/2 is below 2^-59.
+VEK_INLINE Pack<double> sineOf(Pack<double> x) {
+  const auto constant = [](double c) VEK_LAMBDA { return broadcast(c); };
+  // Adding 1.5 * 2^52 rounds to an integer and leaves its parity in the lowest bit.
+  const Pack<double> big = constant(6755399441055744.0);
+  const Pack<double> shifted = x * constant(0.3183098861837907) + big, q = shifted - big;
+  const Pack<double> near = x - q * constant(0x3243F6p-20) - q * constant(0x2A2216p-42);
+  const Pack<double> r = near - q * constant(0x1.18469898CC517p-43);
+  const Pack<double> s = r * r;
+  const Pack<double> y = r + r * (s * sineSeries<3>(s));
+  return bits<double>(bits<uint64_t>(y) ^ (bits<uint64_t>(shifted) << 63));
+}
+
+// ---- exponential and logarithm --------------------------------------------------------------------------------------
+
+// e^x for 0 <= x < 700, within one unit in the last place and alike in every slot: 2^k times the Taylor series of e^r,
+// |r| <= ln(2)/2, whose remainder is below 2^-57.
+VEK_INLINE Pack<double> exponential(Pack<double> x) {
+  const auto constant = [](double c) VEK_LAMBDA { return broadcast(c); };
+  // Adding 1.5 * 2^52 rounds to an integer and leaves it in the lowest bits.
+  const Pack<double> big = constant(6755399441055744.0);
+  const Pack<double> shifted = x * constant(1.4426950408889634) + big, k = shifted - big;
+  const Pack<double> r = x - k * constant(0x1.62E42FEFA3800p-1) - k * constant(0x1.EF35793C76730p-45);
+  constexpr auto perFactorial = [](int n) {
+    double f = 1;
+    for (int i = 2; i <= n; ++i) f *= i;
+    return 1 / f;
+  };
+  Pack<double> p = constant(perFactorial(13));
+#pragma GCC unroll 11
+  for (int n = 12; n >= 2; --n) p = p * r + constant(perFactorial(n));
+  const Pack<double> e = constant(1.0) + (r + r * r * p);
+  return e * bits<double>((bits<uint64_t>(shifted) << 52) + broadcast(uint64_t(1023) << 52));
+}
+
+// ln x for normal x in (2^-64, 2^64). With x = 2^k (1 + f), 1 + f in [0.707, 1.414], and t = f/(2 + f), ln(1 + f) =
+// 2 artanh t = f - (f^2/2 - t*(f^2/2 + R)), where R = 2/3 t^2 + 2/5 t^4 + ...: all but f, which is exact, is small.
+VEK_INLINE Pack<double> naturalLog(Pack<double> x) {
+  const auto constant = [](double c) VEK_LAMBDA { return broadcast(c); };
+  constexpr uint64_t low = 0x3FE6A09E00000000, exponentUnit = uint64_t(1) << 52;
+  // The exponent is counted from 2^-64, so that it is never negative while it is an integer.
+  const Pack<uint64_t> shifted = bits<uint64_t>(x) - broadcast(low - 64 * exponentUnit);
+  const Pack<uint64_t> count = shifted >> 52;
+  const Pack<uint64_t> fraction = bits<uint64_t>(x) - (count << 52) + broadcast(64 * exponentUnit);
+  const Pack<double> k = bits<double>(count | broadcast(uint64_t(0x4330000000000000))) - constant(0x1p52 + 64);
+  const Pack<double> f = bits<double>(fraction) - constant(1.0), t = f / (constant(2.0) + f), s = t * t;
+  Pack<double> p = constant(2.0 / 23);
+#pragma GCC unroll 10
+  for (int n = 21; n >= 3; n -= 2) p = p * s + constant(2.0 / n);
+  const Pack<double> half = constant(0.5) * f * f;
+  const Pack<double> small = t * (half + s * p) + k * constant(0x1.EF35793C76730p-45);
+  return k * constant(0x1.62E42FEFA3800p-1) - ((half - small) - f);
 }
 
 }  // namespace
