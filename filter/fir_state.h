@@ -10,7 +10,6 @@
 
 namespace vek::VEK_SLOT {
 
-
 // Everything lives in one block, which begins with this; pointers lead to elements of the taps' type.
 struct FirState {
   uint32_t id;

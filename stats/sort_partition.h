@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // The partition step of the sorts: elements below a pivot to the front of a range, the others behind them. Elements are
 // taken a register at a time; a shuffle from a table moves those below the pivot to its low lanes, and the register is
-// stored whole at both write positions, each of which then moves by the number of elements that belong to it. How wide a
-// step is, and its tables, go by the byte shuffle of the level: that is written on intrinsics, here alone.
+// stored whole at both write positions, each of which then moves by the number of elements that belong to it. How wide
+// a step is, and its tables, go by the byte shuffle of the level: that is written on intrinsics, here alone.
 #ifndef VEK_STATS_SORT_PARTITION_H
 #define VEK_STATS_SORT_PARTITION_H
 

@@ -72,7 +72,9 @@ TYPED_TEST(Sample, DownByFactorsThatHardlyFitAnInt) {
           ASSERT_EQ(samplers<T>().down(src, n, down, &count, factor, &p), vekStsNoErr);
           const int64_t next = int64_t(phase) + (kept ? factor : 0) - n;
           ASSERT_TRUE(size_t(count) == kept && p == next && down.intact()) << factor << " " << phase << " " << n;
-          if (kept) ASSERT_TRUE(sameVectors(down.values(), {x[size_t(phase)]}));
+          if (kept) {
+            ASSERT_TRUE(sameVectors(down.values(), {x[size_t(phase)]}));
+          }
         }
   });
 }

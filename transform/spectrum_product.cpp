@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // Products of spectra, bin by bin, for convolutions of the caller's own.
 #include "core/simd/checks.h"
-#include "core/simd/shuffle.h"
+#include "core/simd/complex.h"
+#include "core/simd/short.h"
 #include "vekx/fft.h"
 
 namespace vek::VEK_SLOT {

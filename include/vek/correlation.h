@@ -36,7 +36,8 @@ extern "C" {
  * Direct with fewer than 150 results or fewer than 32 elements in the shorter source; otherwise by one transform, or
  * block by block where the longer source has at least three times the elements of the shorter.
  *
- * @return #vekStsNullPtrErr for a null pointer, then #vekStsSizeErr for a length below 1; #vekStsMemAllocErr, #vekStsFftOrderErr
+ * @return #vekStsNullPtrErr for a null pointer, then #vekStsSizeErr for a length below 1; #vekStsMemAllocErr,
+ * #vekStsFftOrderErr
  */
 VEK_API VekStatus veksConv_32f(const Vek32f* pSrc1, int src1Len, const Vek32f* pSrc2, int src2Len, Vek32f* pDst);
 
@@ -45,7 +46,8 @@ VEK_API VekStatus veksConv_32f(const Vek32f* pSrc1, int src1Len, const Vek32f* p
  * outside the sources being zero. The bias may be negative. The paths of veksConv_32f() apply to the results that have
  * terms.
  *
- * @return #vekStsNullPtrErr for a null pointer, then #vekStsSizeErr for a length below 1; #vekStsMemAllocErr, #vekStsFftOrderErr
+ * @return #vekStsNullPtrErr for a null pointer, then #vekStsSizeErr for a length below 1; #vekStsMemAllocErr,
+ * #vekStsFftOrderErr
  */
 VEK_API VekStatus veksConvBiased_32f(const Vek32f* pSrc1, int src1Len, const Vek32f* pSrc2, int src2Len, Vek32f* pDst,
                                      int dstLen, int bias);
@@ -59,7 +61,8 @@ VEK_API VekStatus veksConvBiased_32f(const Vek32f* pSrc1, int src1Len, const Vek
  * single precision and its fraction dropped, is above 383; there block by block where the longer source has at least
  * three times the elements of the shorter and the first lag lies within the shorter.
  *
- * @return #vekStsNullPtrErr for a null pointer, then #vekStsSizeErr for a length below 1; #vekStsMemAllocErr, #vekStsFftOrderErr
+ * @return #vekStsNullPtrErr for a null pointer, then #vekStsSizeErr for a length below 1; #vekStsMemAllocErr,
+ * #vekStsFftOrderErr
  * @{
  */
 VEK_API VekStatus veksCrossCorr_32f(const Vek32f* pSrc1, int src1Len, const Vek32f* pSrc2, int src2Len, Vek32f* pDst,
@@ -75,7 +78,8 @@ VEK_API VekStatus veksCrossCorr_32fc(const Vek32fc* pSrc1, int src1Len, const Ve
  *
  * Through the transform from min(srcLen, dstLen) = 600 up, real and complex alike.
  *
- * @return #vekStsNullPtrErr for a null pointer, then #vekStsSizeErr for a length below 1; #vekStsMemAllocErr, #vekStsFftOrderErr
+ * @return #vekStsNullPtrErr for a null pointer, then #vekStsSizeErr for a length below 1; #vekStsMemAllocErr,
+ * #vekStsFftOrderErr
  * @{
  */
 VEK_API VekStatus veksAutoCorr_32f(const Vek32f* pSrc, int srcLen, Vek32f* pDst, int dstLen);
