@@ -25,7 +25,7 @@ def form(name):
 
 
 def name_of(prototype):
-    return re.search(r"(veks?[A-Z]\w*)\(", prototype)[1]
+    return re.search(r"(vek[sx]?[A-Z]\w*)\(", prototype)[1]
 
 
 def member(prototype):

@@ -146,6 +146,7 @@ class Fft : public detail::Transform<detail::FftKind<detail::Own<T>>, detail::Ow
   using Kind = detail::FftKind<detail::Own<T>>;
 
  public:
+  /** A spec for that many points, divided by them on the way that `scale` names. */
   explicit Fft(int points, VekxScale scale = vekxScaleInverse) {
     Vek64s specSize;
     Result(Kind::sizes(points, &specSize, &this->workSize_, &this->manyWorkSize_)).orThrow();
@@ -162,6 +163,7 @@ class Trig : public detail::Transform<detail::TrigKind<T>, T> {
   using Kind = detail::TrigKind<T>;
 
  public:
+  /** A spec for that many points of a transform of this type. */
   Trig(int points, VekxTrigType type, VekxTrigNorm norm = vekxTrigOrtho) {
     Vek64s specSize;
     Result(Kind::sizes(points, type, &specSize, &this->workSize_, &this->manyWorkSize_)).orThrow();
