@@ -133,9 +133,10 @@ bool sameBytes(const std::vector<float>& a, const std::vector<float>& b) {
 // ---- before the library's constructor -------------------------------------------------------------------------------
 
 Everything first, early;
-const VekLibVersion* firstVersion;
 
 #ifdef VEK_PREINIT  // sanitizers are not ready by then
+const VekLibVersion* firstVersion;
+
 // Of a program, the loader runs this before the constructors of its libraries.
 void atFirst() {
   firstVersion = veksGetLibVersion();
