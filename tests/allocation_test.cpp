@@ -105,7 +105,7 @@ TEST(Allocation, ARefusedRequestLeavesEverythingAsItWas) {
           });
       }
     }
-    EXPECT_EQ(asking, 38);
+    EXPECT_GE(asking, 100);
   });
   vektest::lengthScale = 1;
 }

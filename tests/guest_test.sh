@@ -39,7 +39,7 @@ for ((i = 1; i <= \$#; ++i)); do
   [ "\${!i}" != -MF ] || dependencies=\${!next}
 done
 known=$build/CMakeFiles/vek\${out##*CMakeFiles/vek}
-if [ -f "\$known" ] && [[ \$out != *vector/addc.cpp.o && \$out != *_derived_objects.dir* ]]; then
+if [ -f "\$known" ] && [[ \$out != *vector/addc.cpp.o && \$out != */derived/* ]]; then
   : >"\$dependencies"
   exec cp "\$known" "\$out"
 fi
