@@ -98,7 +98,10 @@ void addBiquads(std::vector<Stream>& all, const std::string& suffix, Make make, 
     std::vector<Data> h;
     for (int i = 0; i < sections; ++i)
       for (const double v : {0.7, 0.3, 0.1 + 0.01 * i, 1.0, -0.4, 0.2 + 0.02 * i}) h.push_back(tap<Data>(v, 0));
-    const auto old = std::make_shared<State*>(nullptr);
+    const std::shared_ptr<State*> old(new State*(nullptr), [release](State** s) {
+      if (*s) release(*s);
+      delete s;
+    });
     addStream<State, Data>(
         all, "biquads" + suffix + " " + std::to_string(sections), 1, 1,
         [=](State** s) {
