@@ -262,7 +262,7 @@ void shortCase(const char* name, int n, Through through) {
   for (int front = 0; front < 4; ++front) {
     const int64_t bytes = n * int64_t(sizeof(T));
     uint8_t* const from = simdGuarded(bytes, front & 1);
-    uint8_t kept[64 * sizeof(T)];
+    uint8_t kept[128 * sizeof(T)];
     for (int64_t i = 0; i < bytes; ++i) kept[i] = from[i] = uint8_t(7 * i + 1);
     uint8_t* const room = simdGuarded(bytes + 2, front >> 1);
     // A byte on either side that has to stay; what lies beyond them cannot be touched on one side at least.
